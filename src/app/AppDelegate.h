@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/CompositionRoot.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+class ApplicationPlatform;
+class LaunchpadWindowController;
+
+// The menu-bar-and-overlay program's start-up and shutdown logic, free of any
+// particular platform: the platform adaptor answers the questions it asks.
+class AppDelegate : public QObject {
+    Q_OBJECT
+public:
+    // Builds the status item (tray) for the window controller, where the
+    // desktop has one; returns nullptr otherwise.
+    using StatusItemFactory = std::function<std::unique_ptr<QObject>(LaunchpadWindowController &)>;
+
+    AppDelegate(ApplicationPlatform &platform, StorageLocations locations, QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    void setStatusItemFactory(StatusItemFactory factory) { m_statusItemFactory = std::move(factory); }
+
+    void applicationWillFinishLaunching();
+    // Returns false when another instance runs and this one is quitting.
+    bool applicationDidFinishLaunching();
+    // Dock click or a second copy's activation: show the overlay.
+    bool applicationShouldHandleReopen(bool hasVisibleWindows);
+    bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
+    void applicationWillTerminate();
+
+    bool launchedAsLoginItem() const { return m_launchedAsLoginItem; }
+    LaunchpadWindowController *windowController() const { return windowController_.get(); }
+    QObject *statusBarController() const { return statusBarController_.get(); }
+
+Q_SIGNALS:
+    // Emitted once the window controller exists, before the first show.
+    void windowControllerCreated(LaunchpadWindowController *controller);
+
+private:
+    void purgeLegacyCachesOnce();
+
+    ApplicationPlatform &m_platform;
+    StorageLocations m_locations;
+    StatusItemFactory m_statusItemFactory;
+    std::unique_ptr<LaunchpadWindowController> windowController_;
+    std::unique_ptr<QObject> statusBarController_;
+    bool m_launchedAsLoginItem = false;
+};

@@ -1,0 +1,41 @@
+#include "app/CompositionRoot.h"
+
+#include "organise/WorkflowsRepository.h"
+#include "storage/AppNameRepository.h"
+#include "storage/AppearanceRepository.h"
+#include "storage/AppsCustomizationRepository.h"
+#include "storage/FileSystemStore.h"
+#include "storage/FolderIconStyleRepository.h"
+#include "storage/FoldersRepository.h"
+#include "storage/HiddenAppsService.h"
+#include "storage/OrderRepository.h"
+#include "storage/UserDefaultsStore.h"
+#include "storage/WidgetsRepository.h"
+
+#include <QDir>
+
+StorageLocations StorageLocations::fromEnvironment()
+{
+    return {UserDefaultsStore::defaultDirectory(), FileSystemStore::defaultDirectory()};
+}
+
+CompositionRoot CompositionRoot::build(const StorageLocations &locations)
+{
+    CompositionRoot root;
+    root.userDefaultsStore = UserDefaultsStore::standard(locations.configDirectory);
+    root.fileSystemStore = std::make_shared<FileSystemStore>(
+        locations.dataDirectory.isEmpty() ? FileSystemStore::defaultDirectory() : locations.dataDirectory);
+    root.layoutStore = root.userDefaultsStore;
+
+    root.foldersRepo = std::make_shared<FoldersRepositoryImpl>(root.layoutStore);
+    root.orderRepo = std::make_shared<OrderRepositoryImpl>(root.layoutStore);
+    root.appearanceRepo = std::make_shared<AppearanceRepositoryImpl>(root.userDefaultsStore);
+    root.hiddenAppsService = std::make_shared<HiddenAppsServiceImpl>(root.layoutStore);
+    root.folderIconStyleRepo = std::make_shared<FolderIconStyleRepositoryImpl>(root.userDefaultsStore);
+    root.widgetsRepo = std::make_shared<WidgetsRepositoryImpl>(root.layoutStore, root.fileSystemStore);
+    root.appNameRepository = std::make_shared<AppNameRepositoryImpl>(root.userDefaultsStore);
+    root.appsCustomizationRepository =
+        std::make_shared<AppsCustomizationRepositoryImpl>(root.userDefaultsStore, root.fileSystemStore);
+    root.workflowsRepo = std::make_shared<WorkflowsRepositoryImpl>(root.layoutStore);
+    return root;
+}

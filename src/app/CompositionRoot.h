@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QStringList>
+#include <memory>
+
+class AppearanceRepositoryImpl;
+class AppNameRepositoryImpl;
+class AppsCustomizationRepositoryImpl;
+class FileSystemStore;
+class FolderIconStyleRepositoryImpl;
+class FoldersRepositoryImpl;
+class HiddenAppsServiceImpl;
+class OrderRepositoryImpl;
+class UserDefaultsStore;
+class UserDefaultsStoreType;
+class WidgetsRepositoryImpl;
+class WorkflowsRepositoryImpl;
+
+// Where the process keeps its data; tests point these at temporary folders.
+struct StorageLocations {
+    QString configDirectory; // preferences domains; empty = $XDG_CONFIG_HOME/tillmora
+    QString dataDirectory;   // application support; empty = $XDG_DATA_HOME/tillmora
+
+    static StorageLocations fromEnvironment();
+};
+
+// The shared services, built once at start-up and handed to every model.
+// Layout repositories hold layoutStore, the store that follows the active
+// Space; the customisation repositories read the standard store directly.
+struct CompositionRoot {
+    QStringList appSearchDirectories;
+    std::shared_ptr<FoldersRepositoryImpl> foldersRepo;
+    std::shared_ptr<OrderRepositoryImpl> orderRepo;
+    std::shared_ptr<AppearanceRepositoryImpl> appearanceRepo;
+    std::shared_ptr<UserDefaultsStore> userDefaultsStore;
+    std::shared_ptr<FileSystemStore> fileSystemStore;
+    std::shared_ptr<HiddenAppsServiceImpl> hiddenAppsService;
+    std::shared_ptr<FolderIconStyleRepositoryImpl> folderIconStyleRepo;
+    std::shared_ptr<WidgetsRepositoryImpl> widgetsRepo;
+    std::shared_ptr<AppsCustomizationRepositoryImpl> appsCustomizationRepository;
+    std::shared_ptr<AppNameRepositoryImpl> appNameRepository;
+    std::shared_ptr<WorkflowsRepositoryImpl> workflowsRepo;
+    std::shared_ptr<UserDefaultsStoreType> layoutStore;
+
+    static CompositionRoot build(const StorageLocations &locations);
+};

@@ -1,0 +1,5 @@
+#include "app/Logging.h"
+
+Q_LOGGING_CATEGORY(lcApp, "com.tillmora.Tillmora.app")
+Q_LOGGING_CATEGORY(lcPersistence, "com.tillmora.Tillmora.persistence")
+Q_LOGGING_CATEGORY(lcServices, "com.tillmora.Tillmora.services")

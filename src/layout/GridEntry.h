@@ -1,0 +1,30 @@
+#pragma once
+
+#include "layout/GridRecords.h"
+#include "layout/WidgetItem.h"
+#include "organise/WorkflowItem.h"
+
+#include <QHash>
+#include <optional>
+#include <variant>
+
+// One occupied cell as the views see it; cases in the order app, folder,
+// system folder, widget (anchor cells only), workflow.
+using GridEntry = std::variant<AppItem, FolderItem, SystemFolderItem, WidgetItem, WorkflowItem>;
+// nullopt is the empty case: an empty cell, a cell covered by a widget, or a
+// key whose record is unknown.
+using GridEntryOrEmpty = std::optional<GridEntry>;
+
+QUuid entryId(const GridEntry &entry);
+
+// What key resolution looks records up in.
+struct GridLookup {
+    QHash<QString, AppItem> appsByPath;
+    QHash<QString, FolderItem> foldersById;     // id text
+    QHash<QString, WidgetItem> widgetsById;     // id text
+    QHash<QString, WorkflowItem> workflowsById; // id text
+
+    static GridLookup build(const QList<AppItem> &apps, const QList<FolderItem> &folders,
+                            const QList<WidgetItem> &widgets, const QList<WorkflowItem> &workflows);
+    GridEntryOrEmpty resolve(const QString &key) const;
+};

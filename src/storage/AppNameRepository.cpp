@@ -1,0 +1,25 @@
+#include "storage/AppNameRepository.h"
+
+#include "storage/SettingsKeys.h"
+
+AppNameRepositoryImpl::AppNameRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore)
+    : defaultsKey(QLatin1String(SettingsKeys::kCustomAppNames))
+    , cache(std::move(standardStore), defaultsKey, [](const QString &name) { return QJsonValue(name); },
+            [](const QJsonValue &v) { return v.isString() ? std::optional<QString>(v.toString()) : std::nullopt; })
+{
+}
+
+void AppNameRepositoryImpl::setCustomName(const QString &appPath, const QString &name)
+{
+    // A blank name means "use the application's own name again".
+    if (name.trimmed().isEmpty()) {
+        cache.remove(appPath);
+        return;
+    }
+    cache.set(appPath, name.trimmed());
+}
+
+QString AppNameRepositoryImpl::displayName(const QString &appPath, const QString &catalogueName) const
+{
+    return customName(appPath).value_or(catalogueName);
+}

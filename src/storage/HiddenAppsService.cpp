@@ -1,0 +1,64 @@
+#include "storage/HiddenAppsService.h"
+
+#include "app/Logging.h"
+#include "storage/SettingsKeys.h"
+#include "storage/UserDefaultsStoreType.h"
+
+HiddenAppsServiceImpl::HiddenAppsServiceImpl(std::shared_ptr<UserDefaultsStoreType> store)
+    : store(std::move(store))
+    , logger(lcPersistence())
+{
+}
+
+QStringList HiddenAppsServiceImpl::stored() const
+{
+    QStringList list = store->stringList(QLatin1String(SettingsKeys::kHiddenApps));
+    list.removeDuplicates();
+    return list;
+}
+
+QStringList HiddenAppsServiceImpl::hiddenApps() const
+{
+    const QStringList list = stored();
+    qCDebug(logger, "Retrieved %ld hidden apps", long(list.size()));
+    return list;
+}
+
+void HiddenAppsServiceImpl::hide(const QString &path)
+{
+    QStringList list = stored();
+    if (list.contains(path))
+        return;
+    list.append(path);
+    store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
+    qCDebug(logger, "Hidden app: %s", qUtf8Printable(path));
+}
+
+void HiddenAppsServiceImpl::show(const QString &path)
+{
+    QStringList list = stored();
+    if (!list.removeAll(path))
+        return;
+    store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
+    qCDebug(logger, "Showed app: %s", qUtf8Printable(path));
+}
+
+bool HiddenAppsServiceImpl::isHidden(const QString &path) const
+{
+    return stored().contains(path);
+}
+
+qsizetype HiddenAppsServiceImpl::removeDeleted(const std::function<bool(const QString &)> &stillInstalled)
+{
+    const QStringList before = stored();
+    QStringList kept;
+    for (const QString &path : before)
+        if (stillInstalled(path))
+            kept.append(path);
+    const qsizetype removed = before.size() - kept.size();
+    if (removed > 0) {
+        store->set(kept, QLatin1String(SettingsKeys::kHiddenApps));
+        qCDebug(logger, "🗑️ [CLEANUP] Removed %ld deleted apps from hidden list", long(removed));
+    }
+    return removed;
+}

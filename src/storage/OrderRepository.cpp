@@ -1,0 +1,28 @@
+#include "storage/OrderRepository.h"
+
+#include "storage/SettingsKeys.h"
+#include "storage/UserDefaultsStoreType.h"
+
+OrderRepositoryImpl::OrderRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store)
+    : store(std::move(store))
+{
+}
+
+QStringList OrderRepositoryImpl::read(const char *key) const
+{
+    return store->stringList(QLatin1String(key));
+}
+
+void OrderRepositoryImpl::write(const char *key, const QStringList &list)
+{
+    store->set(list, QLatin1String(key));
+}
+
+QStringList OrderRepositoryImpl::appOrder() const { return read(SettingsKeys::kAppOrder); }
+void OrderRepositoryImpl::setAppOrder(const QStringList &order) { write(SettingsKeys::kAppOrder, order); }
+QStringList OrderRepositoryImpl::folderOrder() const { return read(SettingsKeys::kFolderOrder); }
+void OrderRepositoryImpl::setFolderOrder(const QStringList &order) { write(SettingsKeys::kFolderOrder, order); }
+QStringList OrderRepositoryImpl::combinedOrder() const { return read(SettingsKeys::kCombinedOrder); }
+void OrderRepositoryImpl::setCombinedOrder(const QStringList &order) { write(SettingsKeys::kCombinedOrder, order); }
+QStringList OrderRepositoryImpl::slots() const { return read(SettingsKeys::kSlots); }
+void OrderRepositoryImpl::setSlots(const QStringList &slots) { write(SettingsKeys::kSlots, slots); }

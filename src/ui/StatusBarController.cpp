@@ -1,0 +1,41 @@
+#include "ui/StatusBarController.h"
+
+#include "app/LaunchpadWindowController.h"
+#include "app/Logging.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QSystemTrayIcon>
+
+std::unique_ptr<QObject> StatusBarController::createIfAvailable(LaunchpadWindowController &controller)
+{
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) {
+        qCInfo(lcApp, "No system tray on this desktop; the status item is not shown");
+        return nullptr;
+    }
+    return std::make_unique<StatusBarController>(controller);
+}
+
+StatusBarController::StatusBarController(LaunchpadWindowController &controller)
+    : m_menu(std::make_unique<QMenu>())
+{
+    m_tray = new QSystemTrayIcon(this);
+    QIcon icon = QIcon::fromTheme(QStringLiteral("view-app-grid-symbolic"),
+                                  QIcon::fromTheme(QStringLiteral("view-grid")));
+    if (icon.isNull())
+        icon = QApplication::windowIcon();
+    m_tray->setIcon(icon);
+    m_tray->setToolTip(QStringLiteral("Tillmora"));
+    m_menu->addAction(QStringLiteral("Show"), &controller, &LaunchpadWindowController::showOverlay);
+    m_menu->addSeparator();
+    m_menu->addAction(QStringLiteral("Quit"), qApp, &QCoreApplication::quit);
+    m_tray->setContextMenu(m_menu.get());
+    connect(m_tray, &QSystemTrayIcon::activated, &controller, [&controller](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger)
+            controller.toggleOverlay();
+    });
+    m_tray->show();
+}
+
+StatusBarController::~StatusBarController() = default;
