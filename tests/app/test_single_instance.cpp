@@ -1,0 +1,128 @@
+// The single-instance channel with real processes: racing copies, a socket
+// left by a killed owner, and the real executable handing over to the first.
+#include "app/InstanceChannel.h"
+#include "common/TempEnvironment.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTest>
+
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+// --child claim SOCKET HOLD_MS: prints "primary PID" or "secondary PID".
+int childMain(const QStringList &args)
+{
+    InstanceChannel channel(args.value(1));
+    const auto peer = channel.claimOrFindRunning();
+    if (peer) {
+        std::printf("secondary %lld\n", peer->processId);
+        return 0;
+    }
+    if (!channel.isListening())
+        return 3;
+    std::printf("primary %lld\n", QCoreApplication::applicationPid());
+    std::fflush(stdout);
+    QTest::qWait(args.value(2).toInt());
+    return 0;
+}
+
+QProcess *startClaim(QObject *parent, const QString &socket, int holdMs)
+{
+    auto *p = new QProcess(parent);
+    p->start(QCoreApplication::applicationFilePath(),
+             {QStringLiteral("--child"), QStringLiteral("claim"), socket, QString::number(holdMs)});
+    return p;
+}
+
+}
+
+class SingleInstanceTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void racingCopiesElectExactlyOnePrimary();
+    void socketOfAKilledOwnerIsReplaced();
+    void secondExecutableHandsOverAndQuits();
+};
+
+void SingleInstanceTest::racingCopiesElectExactlyOnePrimary()
+{
+    TempEnvironment env;
+    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+    for (int round = 0; round < 3; ++round) {
+        QList<QProcess *> copies;
+        for (int i = 0; i < 4; ++i)
+            copies.append(startClaim(this, socket, 1500));
+        QStringList primaries, secondaries;
+        for (QProcess *p : copies) {
+            QVERIFY(p->waitForFinished(20000));
+            const QString out = QString::fromUtf8(p->readAllStandardOutput()).trimmed();
+            (out.startsWith(QLatin1String("primary")) ? primaries : secondaries).append(out);
+            delete p;
+        }
+        QCOMPARE(primaries.size(), 1);
+        const QString primaryPid = primaries.first().section(u' ', 1);
+        for (const QString &s : secondaries)
+            QCOMPARE(s.section(u' ', 1), primaryPid); // everyone found the same owner
+    }
+}
+
+void SingleInstanceTest::socketOfAKilledOwnerIsReplaced()
+{
+    TempEnvironment env;
+    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+    QProcess *owner = startClaim(this, socket, 60000);
+    QVERIFY(owner->waitForReadyRead(10000));
+    QVERIFY(owner->readAllStandardOutput().startsWith("primary"));
+    ::kill(pid_t(owner->processId()), SIGKILL);
+    QVERIFY(owner->waitForFinished());
+    QVERIFY(QFile::exists(socket)); // left behind
+
+    InstanceChannel channel(socket);
+    QVERIFY(!channel.claimOrFindRunning());
+    QVERIFY(channel.isListening());
+}
+
+void SingleInstanceTest::secondExecutableHandsOverAndQuits()
+{
+    TempEnvironment env;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("TILLMORA_APP_DIRS"), env.path(QStringLiteral("no-apps")));
+
+    QProcess first;
+    first.setProcessEnvironment(environment);
+    first.start(QStringLiteral(TILLMORA_BINARY), {QStringLiteral("--login-item")});
+    QVERIFY(first.waitForStarted());
+    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+    QTRY_VERIFY_WITH_TIMEOUT(InstanceChannel::send(socket, {{"command", "hello"}}, 500).has_value(), 20000);
+
+    QProcess second;
+    second.setProcessEnvironment(environment);
+    second.start(QStringLiteral(TILLMORA_BINARY));
+    QVERIFY(second.waitForFinished(20000));
+    QCOMPARE(second.exitCode(), 0);
+    const QString log = QString::fromUtf8(second.readAllStandardError());
+    QVERIFY2(log.contains(QStringLiteral("Another Tillmora instance is already running (pid %1); activating it and "
+                                         "quitting this one.")
+                              .arg(first.processId())),
+             qPrintable(log));
+    QCOMPARE(first.state(), QProcess::Running);
+
+    first.terminate();
+    QVERIFY(first.waitForFinished(10000));
+}
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    if (argc > 1 && QByteArray(argv[1]) == "--child")
+        return childMain(app.arguments().mid(2));
+    SingleInstanceTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_single_instance.moc"
