@@ -18,7 +18,9 @@ struct DisplayProfile {
 // own key, so every monitor keeps its own icon size and grid.
 class AppearanceRepositoryImpl {
 public:
-    static constexpr int kDefaultColumns = 7;
+    // Eight columns: moves and widget rectangles count rows eight cells wide, so
+    // with eight the rows the user sees are the rows those rules use.
+    static constexpr int kDefaultColumns = 8;
     static constexpr int kDefaultRows = 5;
     static constexpr int kMinColumns = 3, kMaxColumns = 12;
     static constexpr int kMinRows = 2, kMaxRows = 10;
