@@ -1,0 +1,41 @@
+#pragma once
+
+#include "layout/GridEntry.h"
+#include "layout/PageGeometry.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+// What one cell of a page shows, derived from its slot key. Equality decides
+// which cells of a page need redrawing after a change.
+struct GridCell {
+    enum class Kind { Empty, Blocked, App, Folder, Widget, Workflow };
+
+    Kind kind = Kind::Empty;
+    QString key;
+    QString title;
+    QString iconPath;        // what the icon provider resolves: an app path, or empty
+    QStringList previewPaths; // folders: the first members' app paths
+    QString entryId;         // folder, widget or workflow id
+    QString widgetKind;
+    int spanColumns = 1;     // widgets: how many cells the anchor covers
+    int spanRows = 1;
+    QString emoji;           // workflows
+    QString tint;            // workflows: plate colour
+
+    bool operator==(const GridCell &) const = default;
+};
+
+// Turns slot keys into cells. displayName gives the name to show for an app
+// (custom names applied).
+struct GridCellBuilder {
+    const GridLookup *lookup = nullptr;
+    std::function<QString(const AppItem &)> displayName;
+
+    GridCell cellFor(const QString &key) const;
+    QList<GridCell> page(const QStringList &slots, const PageGeometry &geometry, int page) const;
+};
+
+QString gridCellKindName(GridCell::Kind kind);

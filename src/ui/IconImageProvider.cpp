@@ -1,0 +1,88 @@
+#include "ui/IconImageProvider.h"
+
+#include <QCache>
+#include <QIcon>
+#include <QMutex>
+#include <QRunnable>
+#include <QUrl>
+
+namespace {
+
+// Decoded icons by (path, size); a few hundred icons at 128 px stay well
+// under 100 MB.
+QMutex g_cacheMutex;
+QCache<QString, QImage> g_cache(64 * 1024 * 1024);
+
+QImage placeholder(int size)
+{
+    QIcon generic = QIcon::fromTheme(QStringLiteral("application-x-executable"));
+    if (!generic.isNull())
+        return generic.pixmap(size, size).toImage();
+    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(QColor(120, 130, 150));
+    return image;
+}
+
+QImage load(const QIcon &icon, int size)
+{
+    return icon.isNull() ? QImage() : icon.pixmap(size, size).toImage();
+}
+
+class IconResponse : public QQuickImageResponse, public QRunnable {
+public:
+    IconResponse(QString appPath, int size, IconImageProvider::Resolver resolver)
+        : m_appPath(std::move(appPath)), m_size(size), m_resolver(std::move(resolver))
+    {
+        setAutoDelete(false);
+    }
+
+    QQuickTextureFactory *textureFactory() const override
+    {
+        return QQuickTextureFactory::textureFactoryForImage(m_image);
+    }
+
+    void run() override
+    {
+        const QString cacheKey = m_appPath + u'@' + QString::number(m_size);
+        {
+            QMutexLocker lock(&g_cacheMutex);
+            if (const QImage *cached = g_cache.object(cacheKey))
+                m_image = *cached;
+        }
+        if (m_image.isNull()) {
+            m_image = load(m_resolver ? m_resolver(m_appPath) : QIcon(), m_size);
+            if (m_image.isNull())
+                m_image = placeholder(m_size);
+            QMutexLocker lock(&g_cacheMutex);
+            g_cache.insert(cacheKey, new QImage(m_image), int(m_image.sizeInBytes()));
+        }
+        Q_EMIT finished();
+    }
+
+private:
+    QString m_appPath;
+    int m_size;
+    IconImageProvider::Resolver m_resolver;
+    QImage m_image;
+};
+
+}
+
+IconImageProvider::IconImageProvider(Resolver resolver)
+    : m_resolver(std::move(resolver))
+{
+    m_pool.setMaxThreadCount(1);
+}
+
+IconImageProvider::~IconImageProvider()
+{
+    m_pool.waitForDone();
+}
+
+QQuickImageResponse *IconImageProvider::requestImageResponse(const QString &id, const QSize &requestedSize)
+{
+    const int size = std::max(16, std::max(requestedSize.width(), requestedSize.height()));
+    auto *response = new IconResponse(QUrl::fromPercentEncoding(id.toUtf8()), size > 16 ? size : 128, m_resolver);
+    m_pool.start(response);
+    return response;
+}

@@ -1,0 +1,82 @@
+#include "ui/OverlayWindow.h"
+
+#include "app/LaunchpadWindowController.h"
+#include "app/Logging.h"
+#include "ui/BackdropProvider.h"
+#include "ui/GridPresenter.h"
+#include "ui/IconImageProvider.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QScreen>
+
+OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresenter &presenter,
+                             std::function<QString(const QString &)> iconResolver, QObject *parent)
+    : QObject(parent)
+    , m_controller(controller)
+    , m_presenter(presenter)
+    , m_view(std::make_unique<QQuickView>())
+{
+    m_backdrop = new BackdropProvider;
+    m_view->engine()->addImageProvider(QStringLiteral("backdrop"), m_backdrop);
+    m_view->engine()->addImageProvider(QStringLiteral("icon"), new IconImageProvider(std::move(iconResolver)));
+    m_view->rootContext()->setContextProperty(QStringLiteral("grid"), &presenter);
+    m_view->setObjectName(QStringLiteral("LaunchpadMainOverlay"));
+    m_view->setTitle(QStringLiteral("Tillmora"));
+    m_view->setFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view->setColor(QColor(21, 27, 43));
+    m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tillmora/qml/Overlay.qml")));
+    if (m_view->status() == QQuickView::Error) {
+        for (const auto &error : m_view->errors())
+            qCCritical(lcApp, "Overlay: %s", qUtf8Printable(error.toString()));
+    }
+
+    connect(&controller, &LaunchpadWindowController::overlayVisibleChanged, this,
+            [this](bool visible) { visible ? show() : hide(); });
+    connect(&presenter, &GridPresenter::hideRequested, &controller, &LaunchpadWindowController::hideOverlay);
+    connect(m_view.get(), &QQuickWindow::frameSwapped, this, [this] {
+        if (m_waitingForFrame) {
+            m_waitingForFrame = false;
+            Q_EMIT shownFrameSwapped();
+        }
+    });
+    // Closing the window by the window manager only hides the overlay.
+    connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible && m_controller.overlayVisible())
+            m_controller.hideOverlay();
+    });
+}
+
+OverlayWindow::~OverlayWindow() = default;
+
+void OverlayWindow::setShowInTaskbar(bool show)
+{
+    m_view->setFlag(Qt::Tool, !show);
+}
+
+void OverlayWindow::show()
+{
+    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    // The screen is grabbed before the window covers it.
+    m_presenter.setBackdropAvailable(m_backdrop->capture(screen));
+    m_presenter.setDisplay(screen);
+    m_view->setScreen(screen);
+    m_view->setGeometry(screen->geometry());
+    m_waitingForFrame = true;
+    m_view->show();
+    m_view->raise();
+    m_view->requestActivate();
+    m_presenter.notifyShown();
+}
+
+void OverlayWindow::hide()
+{
+    m_view->hide();
+}

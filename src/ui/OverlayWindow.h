@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+class BackdropProvider;
+class GridPresenter;
+class LaunchpadWindowController;
+class QQuickView;
+
+// The overlay window: created once, shown on the screen under the pointer
+// when the controller asks for the overlay and hidden again, never rebuilt.
+class OverlayWindow : public QObject {
+    Q_OBJECT
+public:
+    OverlayWindow(LaunchpadWindowController &controller, GridPresenter &presenter,
+                  std::function<QString(const QString &)> iconResolver, QObject *parent = nullptr);
+    ~OverlayWindow() override;
+
+    QQuickView *view() const { return m_view.get(); }
+    // Whether the window appears in the desktop's taskbar (the dock icon).
+    void setShowInTaskbar(bool show);
+
+Q_SIGNALS:
+    // The first frame after a show has been put on screen.
+    void shownFrameSwapped();
+
+private:
+    void show();
+    void hide();
+
+    LaunchpadWindowController &m_controller;
+    GridPresenter &m_presenter;
+    BackdropProvider *m_backdrop = nullptr; // owned by the engine
+    std::unique_ptr<QQuickView> m_view;
+    bool m_waitingForFrame = false;
+};
