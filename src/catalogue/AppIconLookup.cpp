@@ -16,8 +16,11 @@ void configureSearchPaths()
     std::call_once(once, [] {
         QIcon::setThemeSearchPaths(AppIconLookupImpl::themeSearchPaths());
         QIcon::setFallbackSearchPaths(AppIconLookupImpl::fallbackSearchPaths());
-        // Every desktop ships hicolor; it is where applications install icons.
+        // Every desktop ships hicolor; it is where applications install
+        // icons. Without a desktop theme Qt looks up no theme at all.
         QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
+        if (QIcon::themeName().isEmpty())
+            QIcon::setThemeName(QStringLiteral("hicolor"));
     });
 }
 
