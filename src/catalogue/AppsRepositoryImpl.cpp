@@ -37,6 +37,7 @@ QString runningBundlePath()
 struct AppsRepositoryImpl::Scan {
     QSet<QString> seen;
     QList<AppItem> items;
+    QHash<QString, CachedInfo> cache;
 };
 
 QStringList AppsRepositoryImpl::standardSearchDirectories()
@@ -146,8 +147,12 @@ bool AppsRepositoryImpl::shouldIncludeApp(const QString &bundlePath, const Bundl
 QList<AppItem> AppsRepositoryImpl::fetch() const
 {
     Scan scan;
-    for (const QString &directory : m_searchDirectories + userFolders())
-        scanDirectory(scan, directory);
+    {
+        QMutexLocker lock(&m_cacheMutex);
+        for (const QString &directory : m_searchDirectories + userFolders())
+            scanDirectory(scan, directory);
+        m_infoCache.swap(scan.cache); // forget bundles that are gone
+    }
     const qsizetype bundles = scan.items.size();
     for (const auto &source : m_sources) {
         for (const AppItem &item : source->fetch()) {
@@ -190,7 +195,7 @@ void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const Q
         return;
     if (scan.seen.contains(bundlePath))
         return;
-    const auto info = BundleInfo::read(bundlePath);
+    const auto info = infoOf(scan, bundlePath);
     // Without an information dictionary or an identifier it is no application.
     if (!info || info->identifier.isEmpty())
         return;
@@ -198,4 +203,23 @@ void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const Q
         return;
     scan.seen.insert(bundlePath);
     scan.items.append(AppItems::make(bundlePath, info->shownName(bundlePath)));
+}
+
+std::optional<BundleInfo> AppsRepositoryImpl::infoOf(Scan &scan, const QString &bundlePath) const
+{
+    for (const char *relative : BundleInfo::kPlistLocations) {
+        const QString plist = bundlePath + QLatin1String(relative);
+        const auto stamp = FileStamp::of(plist);
+        if (!stamp)
+            continue;
+        // The stamp is taken before reading: a file changed meanwhile is read
+        // again next time.
+        const auto cached = m_infoCache.constFind(plist);
+        const CachedInfo entry = cached != m_infoCache.cend() && cached->stamp == *stamp
+            ? *cached
+            : CachedInfo{*stamp, BundleInfo::readPlist(plist)};
+        scan.cache.insert(plist, entry);
+        return entry.info;
+    }
+    return std::nullopt;
 }

@@ -3,7 +3,9 @@
 #include "catalogue/AppSource.h"
 #include "catalogue/AppsRepository.h"
 #include "catalogue/BundleInfo.h"
+#include "catalogue/FileStamp.h"
 
+#include <QHash>
 #include <QMutex>
 #include <QStringList>
 #include <memory>
@@ -49,7 +51,12 @@ public:
     QStringList watchedDirectories() const;
 
 private:
+    struct CachedInfo {
+        FileStamp stamp;
+        std::optional<BundleInfo> info;
+    };
     struct Scan;
+    std::optional<BundleInfo> infoOf(Scan &scan, const QString &bundlePath) const;
     void scanDirectory(Scan &scan, const QString &directory) const;
     void consider(Scan &scan, const QString &bundlePath, const QString &fileName, bool fromCoreServices) const;
 
@@ -59,6 +66,11 @@ private:
     QString m_ownBundlePath;
     QString m_ownIdentifier;
     QList<std::shared_ptr<AppSource>> m_sources;
+    // Info.plist files read by the last scan, by path. A file whose stamp is
+    // unchanged is not read again: a reload after an install parses only what
+    // the install touched.
+    mutable QMutex m_cacheMutex;
+    mutable QHash<QString, CachedInfo> m_infoCache;
     mutable QMutex m_userFoldersMutex;
     QStringList m_userFolders;
 };

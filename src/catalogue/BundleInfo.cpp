@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <fcntl.h>
 #include <plist/plist.h>
+#include <unistd.h>
 
 namespace {
 
@@ -16,12 +18,21 @@ QString stringValue(plist_t dict, const char *key)
     return text ? QString::fromUtf8(text, qsizetype(length)) : QString();
 }
 
+// Plain system calls: a scan reads thousands of these small files.
 std::optional<QByteArray> readFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
         return std::nullopt;
-    return file.readAll();
+    QByteArray bytes;
+    char buffer[16384];
+    ssize_t n;
+    while ((n = ::read(fd, buffer, sizeof buffer)) > 0)
+        bytes.append(buffer, n);
+    ::close(fd);
+    if (n < 0)
+        return std::nullopt;
+    return bytes;
 }
 
 }
@@ -43,9 +54,15 @@ std::optional<BundleInfo> BundleInfo::parse(const QByteArray &bytes)
     return info;
 }
 
+std::optional<BundleInfo> BundleInfo::readPlist(const QString &plistPath)
+{
+    const auto bytes = readFile(plistPath);
+    return bytes ? parse(*bytes) : std::nullopt;
+}
+
 std::optional<BundleInfo> BundleInfo::read(const QString &bundlePath)
 {
-    for (const char *relative : {"/Contents/Info.plist", "/Info.plist"}) {
+    for (const char *relative : kPlistLocations) {
         if (const auto bytes = readFile(bundlePath + QLatin1String(relative)))
             return parse(*bytes);
     }

@@ -15,6 +15,9 @@ struct BundleInfo {
     // Reads <bundle>/Contents/Info.plist, or <bundle>/Info.plist for flat
     // bundles. Nothing when neither exists or neither is a dictionary.
     static std::optional<BundleInfo> read(const QString &bundlePath);
+    // The two places an information dictionary may stand, in that order.
+    static constexpr const char *kPlistLocations[] = {"/Contents/Info.plist", "/Info.plist"};
+    static std::optional<BundleInfo> readPlist(const QString &plistPath);
     static std::optional<BundleInfo> parse(const QByteArray &plistBytes);
 
     // The name shown under the icon: CFBundleDisplayName, else CFBundleName,

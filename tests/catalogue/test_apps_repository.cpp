@@ -194,6 +194,26 @@ private Q_SLOTS:
         QCOMPARE(paths(items), QStringList({apps + "/Good.app"}));
     }
 
+    void rescanReadsOnlyWhatChanged()
+    {
+        const QString apps = dir("Applications");
+        const QString bundle = makeBundle(apps, "Editor.app", {"com.example.editor", "Editor", {}, {}});
+        makeBundle(apps, "Viewer.app", {"com.example.viewer", "Viewer", {}, {}});
+        AppsRepositoryImpl repo({apps});
+        QCOMPARE(names(repo.fetch()), QStringList({"Editor", "Viewer"}));
+
+        // An update rewrites the Info.plist; a removed bundle leaves the list.
+        makeBundle(apps, "Editor.app", {"com.example.editor", "Editor", "Editor Pro", {}, PlistFormat::Binary});
+        QVERIFY(QDir(apps + "/Viewer.app").removeRecursively());
+        QCOMPARE(names(repo.fetch()), QStringList({"Editor Pro"}));
+        // Reinstalled under a launcher's identifier, it is excluded.
+        makeBundle(apps, "Editor.app", {"com.example.launcher", "Editor", {}, {}});
+        QVERIFY(repo.fetch().isEmpty());
+        QVERIFY(QFile::remove(bundle + "/Contents/Info.plist"));
+        writeFile(bundle + "/Info.plist", plistBytes({"com.example.flat", "Flat", {}, {}}));
+        QCOMPARE(names(repo.fetch()), QStringList({"Flat"}));
+    }
+
     void appendsUserFoldersAndSources()
     {
         const QString apps = dir("Applications");

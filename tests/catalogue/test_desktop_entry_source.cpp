@@ -125,6 +125,34 @@ private Q_SLOTS:
         QCOMPARE(items[1].path, flatpak);
     }
 
+    void rescanFollowsEditsAndInstalledPrograms()
+    {
+        const QString bin = m_env.path("bin");
+        QDir().mkpath(bin);
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", bin.toLocal8Bit() + ':' + path);
+        const auto restore = qScopeGuard([&] { qputenv("PATH", path); });
+
+        const QString editor = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
+        makeDesktopEntry(system1(), "tool.desktop", entry("Tool", "TryExec=tillmora-test-tool\n"));
+        const DesktopEntrySource scanner = source();
+        QCOMPARE(names(scanner.fetch()), QStringList({"Editor"}));
+
+        // The tool's program is installed: its entry shows without changing.
+        writeFile(bin + "/tillmora-test-tool", "#!/bin/sh\n");
+        QFile::setPermissions(bin + "/tillmora-test-tool", QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        QCOMPARE(names(scanner.fetch()), QStringList({"Editor", "Tool"}));
+
+        makeDesktopEntry(system1(), "editor.desktop", entry("Editor", "NoDisplay=true\n"));
+        QCOMPARE(names(scanner.fetch()), QStringList({"Tool"}));
+        makeDesktopEntry(system1(), "editor.desktop", entry("Writer"));
+        QCOMPARE(scanner.fetch().last().path, editor);
+        QCOMPARE(names(scanner.fetch()), QStringList({"Tool", "Writer"}));
+
+        QVERIFY(QFile::remove(bin + "/tillmora-test-tool"));
+        QCOMPARE(names(scanner.fetch()), QStringList({"Writer"}));
+    }
+
     void reportsTheIconName()
     {
         const QString themed = makeDesktopEntry(system1(), "a.desktop", entry("A", "Icon=accessories-text-editor\n"));

@@ -69,6 +69,20 @@ QString takeString(char *text)
     return out;
 }
 
+// Everything besides the file itself that GIO's verdict on an entry depends on.
+QByteArray cacheContext()
+{
+    QByteArray context;
+    for (const char *variable : {"PATH", "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"})
+        context += qgetenv(variable) + '\n';
+    for (const QByteArray &dir : qgetenv("PATH").split(':')) {
+        if (const auto stamp = FileStamp::of(QFile::decodeName(dir)))
+            context += QByteArray::number(stamp->inode) + ' ' + QByteArray::number(stamp->modifiedNs) + ' '
+                + QByteArray::number(stamp->changedNs) + '\n';
+    }
+    return context;
+}
+
 }
 
 DesktopEntrySource::DesktopEntrySource() = default;
@@ -98,16 +112,27 @@ QList<AppItem> DesktopEntrySource::fetch() const
         collect(dir, QString(), 0, ids, candidates);
 
     QList<AppItem> items;
-    for (const Candidate &candidate : candidates) {
-        const InfoPtr info = load(candidate.path);
-        if (!info || g_desktop_app_info_get_is_hidden(info.get()) || !g_app_info_should_show(G_APP_INFO(info.get())))
-            continue;
-        const QString name = QString::fromUtf8(g_app_info_get_name(G_APP_INFO(info.get())));
-        const QString untranslatedName = takeString(g_desktop_app_info_get_string(info.get(), "Name"));
-        if (ExclusionRules::mentionsLauncher(candidate.id) || ExclusionRules::mentionsLauncher(name)
-            || ExclusionRules::mentionsLauncher(untranslatedName))
-            continue;
-        items.append(AppItems::make(candidate.path, name));
+    {
+        QMutexLocker lock(&m_cacheMutex);
+        const QByteArray context = cacheContext();
+        if (context != m_cacheContext) {
+            m_cache.clear();
+            m_cacheContext = context;
+        }
+        QHash<QString, CachedEntry> cache;
+        for (const Candidate &candidate : candidates) {
+            const auto stamp = FileStamp::of(candidate.path);
+            if (!stamp)
+                continue; // a broken link, or gone since the listing
+            const auto cached = m_cache.constFind(candidate.path);
+            const CachedEntry entry = cached != m_cache.cend() && cached->stamp == *stamp
+                ? *cached
+                : CachedEntry{*stamp, evaluate(candidate.id, candidate.path)};
+            cache.insert(candidate.path, entry);
+            if (entry.item)
+                items.append(*entry.item);
+        }
+        m_cache.swap(cache);
     }
 
     QCollator collator;
@@ -125,6 +150,19 @@ QList<AppItem> DesktopEntrySource::fetch() const
     for (const auto &key : keys)
         sorted.append(items[key.second]);
     return sorted;
+}
+
+std::optional<AppItem> DesktopEntrySource::evaluate(const QString &id, const QString &path) const
+{
+    const InfoPtr info = load(path);
+    if (!info || g_desktop_app_info_get_is_hidden(info.get()) || !g_app_info_should_show(G_APP_INFO(info.get())))
+        return std::nullopt;
+    const QString name = QString::fromUtf8(g_app_info_get_name(G_APP_INFO(info.get())));
+    const QString untranslatedName = takeString(g_desktop_app_info_get_string(info.get(), "Name"));
+    if (ExclusionRules::mentionsLauncher(id) || ExclusionRules::mentionsLauncher(name)
+        || ExclusionRules::mentionsLauncher(untranslatedName))
+        return std::nullopt;
+    return AppItems::make(path, name);
 }
 
 std::optional<AppIconReference> DesktopEntrySource::iconReference(const QString &appPath) const

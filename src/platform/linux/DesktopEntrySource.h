@@ -1,7 +1,10 @@
 #pragma once
 
 #include "catalogue/AppSource.h"
+#include "catalogue/FileStamp.h"
 
+#include <QHash>
+#include <QMutex>
 #include <optional>
 
 // The applications of a freedesktop desktop: the desktop entries in the
@@ -26,5 +29,18 @@ public:
     std::optional<AppIconReference> iconReference(const QString &appPath) const override;
 
 private:
+    struct CachedEntry {
+        FileStamp stamp;
+        std::optional<AppItem> item; // nothing: not shown
+    };
+    std::optional<AppItem> evaluate(const QString &id, const QString &path) const;
+
     std::optional<QStringList> m_exportDirs;
+    // What the last scan decided per desktop file. A file whose stamp is
+    // unchanged is not parsed again, as long as nothing it may depend on
+    // changed: the folders of PATH (a TryExec or Exec program installed or
+    // removed) and the language settings.
+    mutable QMutex m_cacheMutex;
+    mutable QByteArray m_cacheContext;
+    mutable QHash<QString, CachedEntry> m_cache;
 };
