@@ -76,40 +76,42 @@ QByteArray readAll(const QByteArray &path)
     return out;
 }
 
+// Calls visit with the path of every entry of the folder, unsorted.
+void forEachEntry(const QByteArray &folder, const std::function<void(const QByteArray &)> &visit)
+{
+    DIR *dir = ::opendir(folder.constData());
+    if (!dir)
+        return;
+    while (const dirent *e = ::readdir(dir))
+        if (e->d_name[0] != '.')
+            visit(folder + '/' + e->d_name);
+    ::closedir(dir);
+}
+
 // The floor: readdir over the folders, each Info.plist read and parsed by
 // libplist, each desktop file parsed by GKeyFile. Nothing is sorted, checked
 // or kept.
 qsizetype floorBundles(const QByteArray &bundles)
 {
     qsizetype parsed = 0;
-    if (DIR *dir = ::opendir(bundles.constData())) {
-        while (const dirent *e = ::readdir(dir)) {
-            if (e->d_name[0] == '.')
-                continue;
-            const QByteArray bytes = readAll(bundles + '/' + e->d_name + "/Contents/Info.plist");
-            plist_t root = nullptr;
-            plist_from_memory(bytes.constData(), uint32_t(bytes.size()), &root);
-            parsed += root != nullptr;
-            plist_free(root);
-        }
-        ::closedir(dir);
-    }
+    forEachEntry(bundles, [&](const QByteArray &bundle) {
+        const QByteArray bytes = readAll(bundle + "/Contents/Info.plist");
+        plist_t root = nullptr;
+        plist_from_memory(bytes.constData(), uint32_t(bytes.size()), &root);
+        parsed += root != nullptr;
+        plist_free(root);
+    });
     return parsed;
 }
 
 qsizetype floorEntries(const QByteArray &entries)
 {
     qsizetype parsed = 0;
-    if (DIR *dir = ::opendir(entries.constData())) {
-        while (const dirent *e = ::readdir(dir)) {
-            if (e->d_name[0] == '.')
-                continue;
-            GKeyFile *keys = g_key_file_new();
-            parsed += g_key_file_load_from_file(keys, (entries + '/' + e->d_name).constData(), G_KEY_FILE_NONE, nullptr);
-            g_key_file_free(keys);
-        }
-        ::closedir(dir);
-    }
+    forEachEntry(entries, [&](const QByteArray &entry) {
+        GKeyFile *keys = g_key_file_new();
+        parsed += g_key_file_load_from_file(keys, entry.constData(), G_KEY_FILE_NONE, nullptr);
+        g_key_file_free(keys);
+    });
     return parsed;
 }
 

@@ -59,13 +59,11 @@ bool MigrationService::fillAbsent(const char *name, const QVariant &value)
     return true;
 }
 
-bool MigrationService::isDone(const char *flag) const
+void MigrationService::once(const char *flag, const std::function<void()> &step)
 {
-    return defaults->boolValue(key(flag));
-}
-
-void MigrationService::markDone(const char *flag)
-{
+    if (defaults->boolValue(key(flag)))
+        return;
+    step();
     defaults->set(true, key(flag));
 }
 
@@ -88,38 +86,32 @@ void MigrationService::migrateGlassMaterial()
 
 void MigrationService::migrateGlassEnabled()
 {
-    if (isDone(kLiquidGlassDoneFlag))
-        return;
-    // A user who switched the glass off on purpose keeps it off.
-    if (!defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
-        defaults->set(true, QStringLiteral("liquidGlassEnabled"));
-    markDone(kLiquidGlassDoneFlag);
+    once(kLiquidGlassDoneFlag, [this] {
+        // A user who switched the glass off on purpose keeps it off.
+        if (!defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
+            defaults->set(true, QStringLiteral("liquidGlassEnabled"));
+    });
 }
 
+// Steps 5 to 7 override what the user may have set before their flag existed,
+// once, and never again.
 void MigrationService::migratePinchGesture()
 {
-    if (isDone(kGesturePinchDoneFlag))
-        return;
-    defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
-    fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
-    markDone(kGesturePinchDoneFlag);
-    qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
+    once(kGesturePinchDoneFlag, [this] {
+        defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
+        fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
+        qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
+    });
 }
 
 void MigrationService::migrateShowOverFullscreen()
 {
-    if (isDone(kShowOverFullscreenDoneFlag))
-        return;
-    defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled"));
-    markDone(kShowOverFullscreenDoneFlag);
+    once(kShowOverFullscreenDoneFlag, [this] { defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
 }
 
 void MigrationService::migrateHideButton()
 {
-    if (isDone(kHideButtonDoneFlag))
-        return;
-    defaults->set(false, QStringLiteral("ShowHideButtonEnabled"));
-    markDone(kHideButtonDoneFlag);
+    once(kHideButtonDoneFlag, [this] { defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
 }
 
 void MigrationService::migrateSunBackground()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLoggingCategory>
+#include <functional>
 #include <memory>
 
 class FileSystemStore;
@@ -43,8 +44,8 @@ private:
     bool isAbsent(const char *key) const;
     // Stores the value when the key is absent; true when it wrote.
     bool fillAbsent(const char *key, const QVariant &value);
-    bool isDone(const char *flag) const;
-    void markDone(const char *flag);
+    // Runs the step unless its done flag is set, then sets the flag.
+    void once(const char *flag, const std::function<void()> &step);
 
     std::shared_ptr<UserDefaultsStoreType> defaults;
     std::shared_ptr<FileSystemStore> fs;

@@ -57,4 +57,20 @@ QString makeDesktopEntry(const QString &applicationsDir, const QString &relative
     return path;
 }
 
+QStringList paths(const QList<AppItem> &items)
+{
+    QStringList out;
+    for (const AppItem &item : items)
+        out.append(item.path);
+    return out;
+}
+
+QStringList names(const QList<AppItem> &items)
+{
+    QStringList out;
+    for (const AppItem &item : items)
+        out.append(item.displayName);
+    return out;
+}
+
 }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "layout/GridRecords.h"
+
 #include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 // Application bundles and desktop entries built in temporary folders, for the
 // catalogue's tests and benchmark.
@@ -25,5 +29,8 @@ QString makeBundle(const QString &dir, const QString &fileName, const BundleSpec
 // <applicationsDir>/<relativePath> holding "[Desktop Entry]" and the given
 // lines; returns the file's path.
 QString makeDesktopEntry(const QString &applicationsDir, const QString &relativePath, const QString &lines);
+
+QStringList paths(const QList<AppItem> &items);
+QStringList names(const QList<AppItem> &items);
 
 }

@@ -12,22 +12,6 @@ using namespace CatalogueFixtures;
 
 namespace {
 
-QStringList paths(const QList<AppItem> &items)
-{
-    QStringList out;
-    for (const AppItem &item : items)
-        out.append(item.path);
-    return out;
-}
-
-QStringList names(const QList<AppItem> &items)
-{
-    QStringList out;
-    for (const AppItem &item : items)
-        out.append(item.displayName);
-    return out;
-}
-
 BundleSpec app(const QString &identifier, PlistFormat format = PlistFormat::Xml)
 {
     return {identifier, QString(), QString(), QString(), format};

@@ -10,14 +10,6 @@ using namespace CatalogueFixtures;
 
 namespace {
 
-QStringList names(const QList<AppItem> &items)
-{
-    QStringList out;
-    for (const AppItem &item : items)
-        out.append(item.displayName);
-    return out;
-}
-
 QString entry(const QString &name, const QString &extra = {})
 {
     return QStringLiteral("Type=Application\nName=%1\nExec=true %U\n").arg(name) + extra;
