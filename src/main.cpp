@@ -3,6 +3,8 @@
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
 #include "cli/CommandLine.h"
+#include "platform/linux/DesktopEntrySource.h"
+#include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "ui/StatusBarController.h"
 
@@ -28,6 +30,7 @@ int main(int argc, char **argv)
     LinuxApplicationPlatform platform(channel, arguments);
     AppDelegate delegate(platform, StorageLocations::fromEnvironment());
     delegate.setStatusItemFactory(&StatusBarController::createIfAvailable);
+    delegate.setCataloguePlatform({{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()});
 
     channel.setHandler([&delegate](const QJsonObject &request) -> QJsonObject {
         if (request.value(QLatin1String("command")).toString() == QLatin1String("activate")) {

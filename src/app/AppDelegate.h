@@ -22,6 +22,8 @@ public:
     ~AppDelegate() override;
 
     void setStatusItemFactory(StatusItemFactory factory) { m_statusItemFactory = std::move(factory); }
+    // The platform's application sources and launcher, handed to the catalogue.
+    void setCataloguePlatform(CataloguePlatform catalogue) { m_catalogue = std::move(catalogue); }
 
     void applicationWillFinishLaunching();
     // Returns false when another instance runs and this one is quitting.
@@ -45,6 +47,7 @@ private:
     ApplicationPlatform &m_platform;
     StorageLocations m_locations;
     StatusItemFactory m_statusItemFactory;
+    CataloguePlatform m_catalogue;
     std::unique_ptr<LaunchpadWindowController> windowController_;
     std::unique_ptr<QObject> statusBarController_;
     bool m_launchedAsLoginItem = false;

@@ -1,5 +1,8 @@
 #include "app/CompositionRoot.h"
 
+#include "catalogue/AppIconLookup.h"
+#include "catalogue/AppSourceFoldersStore.h"
+#include "catalogue/AppsRepositoryImpl.h"
 #include "organise/WorkflowsRepository.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
@@ -19,12 +22,20 @@ StorageLocations StorageLocations::fromEnvironment()
     return {UserDefaultsStore::defaultDirectory(), FileSystemStore::defaultDirectory()};
 }
 
-CompositionRoot CompositionRoot::build(const StorageLocations &locations)
+CompositionRoot CompositionRoot::build(const StorageLocations &locations, const CataloguePlatform &catalogue)
 {
     CompositionRoot root;
     root.userDefaultsStore = UserDefaultsStore::standard(locations.configDirectory);
     root.fileSystemStore = std::make_shared<FileSystemStore>(
         locations.dataDirectory.isEmpty() ? FileSystemStore::defaultDirectory() : locations.dataDirectory);
+
+    root.appSearchDirectories = AppsRepositoryImpl::searchDirectoriesFromEnvironment();
+    root.appsRepo = std::make_shared<AppsRepositoryImpl>(root.appSearchDirectories);
+    for (const auto &source : catalogue.appSources)
+        root.appsRepo->addSource(source);
+    root.appsRepo->setUserFolders(AppSourceFoldersStore::paths(AppSourceFoldersStore::loadAll(*root.userDefaultsStore)));
+    root.appLauncher = catalogue.launcher;
+    root.appIconLookup = std::make_shared<AppIconLookupImpl>(catalogue.appSources);
     root.layoutStore = root.userDefaultsStore;
 
     root.foldersRepo = std::make_shared<FoldersRepositoryImpl>(root.layoutStore);

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "catalogue/CataloguePlatform.h"
+
 #include <QStringList>
 #include <memory>
 
 class AppearanceRepositoryImpl;
+class AppIconLookup;
+class AppsRepositoryImpl;
 class AppNameRepositoryImpl;
 class AppsCustomizationRepositoryImpl;
 class FileSystemStore;
@@ -28,6 +32,8 @@ struct StorageLocations {
 // Layout repositories hold layoutStore, the store that follows the active
 // Space; the customisation repositories read the standard store directly.
 struct CompositionRoot {
+    std::shared_ptr<AppsRepositoryImpl> appsRepo;
+    // The bundle folders: the standard seven, or TILLMORA_APP_DIRS.
     QStringList appSearchDirectories;
     std::shared_ptr<FoldersRepositoryImpl> foldersRepo;
     std::shared_ptr<OrderRepositoryImpl> orderRepo;
@@ -41,6 +47,10 @@ struct CompositionRoot {
     std::shared_ptr<AppNameRepositoryImpl> appNameRepository;
     std::shared_ptr<WorkflowsRepositoryImpl> workflowsRepo;
     std::shared_ptr<UserDefaultsStoreType> layoutStore;
+    // Opening applications and icons; the launcher is null when the platform
+    // has none (headless tests).
+    std::shared_ptr<AppLauncher> appLauncher;
+    std::shared_ptr<AppIconLookup> appIconLookup;
 
-    static CompositionRoot build(const StorageLocations &locations);
+    static CompositionRoot build(const StorageLocations &locations, const CataloguePlatform &catalogue = {});
 };

@@ -1,9 +1,20 @@
 #include "app/LaunchpadWindowController.h"
 
-LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &locations, QObject *parent)
+#include "catalogue/AppMonitor.h"
+#include "catalogue/AppsRepositoryImpl.h"
+#include "storage/MigrationService.h"
+#include "storage/UserDefaultsStore.h"
+
+LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &locations,
+                                                     const CataloguePlatform &catalogue, QObject *parent)
     : QObject(parent)
-    , m_composition(CompositionRoot::build(locations))
+    , m_appMonitor(std::make_unique<AppMonitor>())
+    , m_composition(CompositionRoot::build(locations, catalogue))
 {
+    // Before any model reads stored data.
+    MigrationService(m_composition.userDefaultsStore, m_composition.fileSystemStore).runAll();
+
+    m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
 }
 
 LaunchpadWindowController::~LaunchpadWindowController() = default;

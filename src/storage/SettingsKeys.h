@@ -20,3 +20,11 @@ inline constexpr const char *kCacheAutoCleanupLastRunAt = "cache.autoCleanup.las
 inline constexpr const char *kLegacyOrphanPurgeDone = "cache.legacyOrphanPurge.v1.done";
 inline constexpr const char *kShowDockIcon = "ShowDockIcon";
 }
+
+// The wallpaper image. Older versions kept a custom background image as
+// bytes inside the settings (customBackgroundImageData); the migration writes
+// them to a file in "Wallpapers" and stores that file's path here.
+namespace SettingsKeys {
+inline constexpr const char *kCustomBackgroundImagePath = "customBackgroundImagePath";
+inline constexpr const char *kLegacyCustomBackgroundImageData = "customBackgroundImageData";
+}

@@ -1,0 +1,119 @@
+#include "catalogue/AppMonitor.h"
+
+#include "app/Logging.h"
+
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <memory>
+
+// Lives on the monitor's thread: the watchers (folderWatchers) and the
+// pending, cancellable reload request (debounceWorkItem).
+class AppMonitor::Worker : public QObject {
+public:
+    Worker(AppMonitor *owner, std::chrono::milliseconds interval)
+        : m_owner(owner)
+        , m_interval(interval)
+    {
+    }
+
+    QStringList watch(const QStringList &directories, quint64 generation)
+    {
+        unwatch();
+        m_generation = generation;
+        if (!folderWatchers) {
+            folderWatchers = std::make_unique<QFileSystemWatcher>();
+            QObject::connect(folderWatchers.get(), &QFileSystemWatcher::directoryChanged, folderWatchers.get(),
+                             [this] { debounceWorkItem->notify(); });
+            debounceWorkItem = std::make_unique<Debouncer>(m_interval, makeQtDebounceTimer(), [this] {
+                AppMonitor *owner = m_owner;
+                const quint64 generation = m_generation;
+                QMetaObject::invokeMethod(owner, [owner, generation] { owner->deliver(generation); },
+                                          Qt::QueuedConnection);
+            });
+        }
+        QStringList readable;
+        for (const QString &directory : directories)
+            if (QFileInfo(directory).isDir())
+                readable.append(directory);
+        readable.removeDuplicates();
+        const QStringList failed = readable.isEmpty() ? QStringList() : folderWatchers->addPaths(readable);
+        for (const QString &path : failed)
+            readable.removeAll(path);
+        qCDebug(lcServices, "App monitor watching %ld folders", long(readable.size()));
+        return readable;
+    }
+
+    void unwatch()
+    {
+        if (debounceWorkItem)
+            debounceWorkItem->cancel();
+        if (folderWatchers && !folderWatchers->directories().isEmpty())
+            folderWatchers->removePaths(folderWatchers->directories());
+    }
+
+    QStringList watched() const { return folderWatchers ? folderWatchers->directories() : QStringList(); }
+
+    // Destroys the thread-bound objects on their own thread.
+    void shutdown()
+    {
+        debounceWorkItem.reset();
+        folderWatchers.reset();
+    }
+
+private:
+    AppMonitor *m_owner;
+    std::chrono::milliseconds m_interval;
+    quint64 m_generation = 0;
+    std::unique_ptr<QFileSystemWatcher> folderWatchers;
+    std::unique_ptr<Debouncer> debounceWorkItem;
+};
+
+AppMonitor::AppMonitor(std::chrono::milliseconds debounceInterval, QObject *parent)
+    : QObject(parent)
+{
+    m_queue.setObjectName(QLatin1String(kQueueLabel));
+    m_worker = new Worker(this, debounceInterval);
+    m_worker->moveToThread(&m_queue);
+    m_queue.start();
+}
+
+AppMonitor::~AppMonitor()
+{
+    stop();
+    QMetaObject::invokeMethod(m_worker, [worker = m_worker] { worker->shutdown(); }, Qt::BlockingQueuedConnection);
+    m_queue.quit();
+    m_queue.wait();
+    delete m_worker;
+}
+
+void AppMonitor::start(const QStringList &directories, std::function<void()> onChange)
+{
+    const quint64 generation = ++m_generation;
+    m_onChange = std::move(onChange);
+    QMetaObject::invokeMethod(
+        m_worker, [worker = m_worker, directories, generation] { worker->watch(directories, generation); },
+        Qt::BlockingQueuedConnection);
+}
+
+void AppMonitor::stop()
+{
+    ++m_generation;
+    m_onChange = nullptr;
+    QMetaObject::invokeMethod(m_worker, [worker = m_worker] { worker->unwatch(); }, Qt::BlockingQueuedConnection);
+}
+
+QStringList AppMonitor::watchedDirectories() const
+{
+    QStringList out;
+    QMetaObject::invokeMethod(m_worker, [worker = m_worker, &out] { out = worker->watched(); },
+                              Qt::BlockingQueuedConnection);
+    return out;
+}
+
+void AppMonitor::deliver(quint64 generation)
+{
+    if (generation != m_generation || !m_onChange)
+        return;
+    const auto callback = m_onChange; // the callback may restart or stop the monitor
+    callback();
+}

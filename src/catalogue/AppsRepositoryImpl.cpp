@@ -1,0 +1,225 @@
+#include "catalogue/AppsRepositoryImpl.h"
+
+#include "app/BundleIdentity.h"
+#include "app/Logging.h"
+#include "catalogue/DirectoryListing.h"
+#include "catalogue/ExclusionRules.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QSet>
+
+namespace {
+
+const QString kAppSuffix = QStringLiteral(".app");
+
+QStringList cleanPaths(const QStringList &paths)
+{
+    QStringList out;
+    for (const QString &path : paths)
+        if (!path.isEmpty())
+            out.append(QDir::cleanPath(path));
+    return out;
+}
+
+// The .app folder around the running executable (…/X.app/Contents/MacOS/x).
+QString runningBundlePath()
+{
+    if (!QCoreApplication::instance())
+        return {};
+    const QString executable = QCoreApplication::applicationFilePath();
+    const qsizetype marker = executable.lastIndexOf(QLatin1String(".app/Contents/MacOS/"));
+    return marker < 0 ? QString() : executable.left(marker + kAppSuffix.size());
+}
+
+}
+
+struct AppsRepositoryImpl::Scan {
+    QSet<QString> seen;
+    QList<AppItem> items;
+    QHash<QString, CachedInfo> cache;
+};
+
+QStringList AppsRepositoryImpl::standardSearchDirectories()
+{
+    return {QDir::homePath() + QStringLiteral("/Applications"),
+            QStringLiteral("/Applications"),
+            QStringLiteral("/Applications/Utilities"),
+            QStringLiteral("/System/Applications"),
+            QStringLiteral("/System/Applications/Utilities"),
+            QLatin1String(kCoreServicesPath),
+            QStringLiteral("/System/Cryptexes/App/System/Applications")};
+}
+
+bool AppsRepositoryImpl::searchDirectoriesOverridden()
+{
+    return qEnvironmentVariableIsSet(kAppDirsVariable);
+}
+
+QStringList AppsRepositoryImpl::searchDirectoriesFromEnvironment()
+{
+    if (!searchDirectoriesOverridden())
+        return standardSearchDirectories();
+    return cleanPaths(qEnvironmentVariable(kAppDirsVariable).split(u':', Qt::SkipEmptyParts));
+}
+
+AppsRepositoryImpl::AppsRepositoryImpl(QStringList searchDirectories, QString coreServicesPath,
+                                       QStringList allowedCoreServicesApps)
+    : m_searchDirectories(cleanPaths(searchDirectories))
+    , m_coreServicesPath(QDir::cleanPath(coreServicesPath))
+    , m_allowedCoreServicesApps(std::move(allowedCoreServicesApps))
+{
+    const QString own = runningBundlePath();
+    const auto ownInfo = own.isEmpty() ? std::nullopt : BundleInfo::read(own);
+    setOwnBundle(own, ownInfo ? ownInfo->identifier : QString());
+}
+
+void AppsRepositoryImpl::setOwnBundle(const QString &bundlePath, const QString &identifier)
+{
+    m_ownBundlePath = bundlePath.isEmpty() ? QString() : QDir::cleanPath(bundlePath);
+    m_ownIdentifier = identifier;
+}
+
+void AppsRepositoryImpl::addSource(std::shared_ptr<AppSource> source)
+{
+    if (source)
+        m_sources.append(std::move(source));
+}
+
+QList<std::shared_ptr<AppSource>> AppsRepositoryImpl::sources() const
+{
+    return m_sources;
+}
+
+void AppsRepositoryImpl::setUserFolders(const QStringList &folders)
+{
+    QMutexLocker lock(&m_userFoldersMutex);
+    m_userFolders = cleanPaths(folders);
+}
+
+QStringList AppsRepositoryImpl::userFolders() const
+{
+    QMutexLocker lock(&m_userFoldersMutex);
+    return m_userFolders;
+}
+
+QStringList AppsRepositoryImpl::watchedDirectories() const
+{
+    QStringList out = m_searchDirectories + userFolders();
+    for (const auto &source : m_sources)
+        out += source->watchedDirectories();
+    out.removeDuplicates();
+    return out;
+}
+
+bool AppsRepositoryImpl::shouldIncludeApp(const QString &bundlePath) const
+{
+    return shouldIncludeApp(bundlePath, BundleInfo::read(bundlePath).value_or(BundleInfo{}));
+}
+
+bool AppsRepositoryImpl::shouldIncludeApp(const QString &bundlePath, const BundleInfo &info) const
+{
+    const QString path = QDir::cleanPath(bundlePath);
+    const QString fileName = path.mid(path.lastIndexOf(u'/') + 1);
+
+    if (!m_ownBundlePath.isEmpty() && path == m_ownBundlePath)
+        return false;
+    if (!info.identifier.isEmpty()
+        && ((!m_ownIdentifier.isEmpty() && info.identifier == m_ownIdentifier)
+            || info.identifier == QLatin1String(BundleIdentity::kIdentifier)))
+        return false;
+    if (ExclusionRules::mentionsLauncher(info.identifier))
+        return false;
+    if (ExclusionRules::mentionsLauncher(info.name) || ExclusionRules::mentionsLauncher(info.displayName))
+        return false;
+    // The system keeps the real Safari in the cryptex folder; the copy in
+    // /Applications would list it twice.
+    if (fileName == QLatin1String("Safari.app") && path == QLatin1String("/Applications/Safari.app"))
+        return false;
+    static const QStringList kLauncherFileNames = {QStringLiteral("Tillmora.app"), QStringLiteral("LaunchpadApp.app"),
+                                                   QStringLiteral("App Launcher.app"),
+                                                   QStringLiteral("AppLauncher.app")};
+    if (kLauncherFileNames.contains(fileName))
+        return false;
+    return !ExclusionRules::mentionsLauncher(fileName);
+}
+
+QList<AppItem> AppsRepositoryImpl::fetch() const
+{
+    Scan scan;
+    {
+        QMutexLocker lock(&m_cacheMutex);
+        for (const QString &directory : m_searchDirectories + userFolders())
+            scanDirectory(scan, directory);
+        m_infoCache.swap(scan.cache); // forget bundles that are gone
+    }
+    const qsizetype bundles = scan.items.size();
+    for (const auto &source : m_sources) {
+        for (const AppItem &item : source->fetch()) {
+            if (!scan.seen.contains(item.path)) {
+                scan.seen.insert(item.path);
+                scan.items.append(item);
+            }
+        }
+    }
+    qCDebug(lcServices, "Fetched %ld apps (%ld bundles)", long(scan.items.size()), long(bundles));
+    return scan.items;
+}
+
+void AppsRepositoryImpl::scanDirectory(Scan &scan, const QString &directory) const
+{
+    const auto entries = DirectoryListing::list(directory);
+    if (!entries)
+        return; // missing or unreadable folders are normal (no ~/Applications)
+    const bool coreServices = directory == m_coreServicesPath;
+    for (const auto &entry : *entries) {
+        const QString path = directory + u'/' + entry.name;
+        if (entry.name.endsWith(kAppSuffix)) {
+            consider(scan, path, entry.name, coreServices);
+        } else if (entry.type == DirectoryListing::Entry::Type::Directory) {
+            // A suite folder: its bundles count, deeper folders do not.
+            const auto inner = DirectoryListing::list(path);
+            if (!inner)
+                continue;
+            for (const auto &innerEntry : *inner)
+                if (innerEntry.name.endsWith(kAppSuffix))
+                    consider(scan, path + u'/' + innerEntry.name, innerEntry.name, coreServices);
+        }
+    }
+}
+
+void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const QString &fileName,
+                                  bool fromCoreServices) const
+{
+    if (fromCoreServices && !m_allowedCoreServicesApps.contains(fileName))
+        return;
+    if (scan.seen.contains(bundlePath))
+        return;
+    const auto info = infoOf(scan, bundlePath);
+    // Without an information dictionary or an identifier it is no application.
+    if (!info || info->identifier.isEmpty())
+        return;
+    if (!shouldIncludeApp(bundlePath, *info))
+        return;
+    scan.seen.insert(bundlePath);
+    scan.items.append(AppItems::make(bundlePath, info->shownName(bundlePath)));
+}
+
+std::optional<BundleInfo> AppsRepositoryImpl::infoOf(Scan &scan, const QString &bundlePath) const
+{
+    for (const char *relative : BundleInfo::kPlistLocations) {
+        const QString plist = bundlePath + QLatin1String(relative);
+        const auto stamp = FileStamp::of(plist);
+        if (!stamp)
+            continue;
+        // The stamp is taken before reading: a file changed meanwhile is read
+        // again next time.
+        const auto cached = m_infoCache.constFind(plist);
+        const CachedInfo entry = cached != m_infoCache.cend() && cached->stamp == *stamp
+            ? *cached
+            : CachedInfo{*stamp, BundleInfo::readPlist(plist)};
+        scan.cache.insert(plist, entry);
+        return entry.info;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,94 @@
+#include "catalogue/BundleInfo.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <fcntl.h>
+#include <plist/plist.h>
+#include <unistd.h>
+
+namespace {
+
+QString stringValue(plist_t dict, const char *key)
+{
+    plist_t node = plist_dict_get_item(dict, key);
+    if (!node || plist_get_node_type(node) != PLIST_STRING)
+        return {};
+    uint64_t length = 0;
+    const char *text = plist_get_string_ptr(node, &length);
+    return text ? QString::fromUtf8(text, qsizetype(length)) : QString();
+}
+
+// Plain system calls: a scan reads thousands of these small files.
+std::optional<QByteArray> readFile(const QString &path)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return std::nullopt;
+    QByteArray bytes;
+    char buffer[16384];
+    ssize_t n;
+    while ((n = ::read(fd, buffer, sizeof buffer)) > 0)
+        bytes.append(buffer, n);
+    ::close(fd);
+    if (n < 0)
+        return std::nullopt;
+    return bytes;
+}
+
+}
+
+std::optional<BundleInfo> BundleInfo::parse(const QByteArray &bytes)
+{
+    if (bytes.isEmpty())
+        return std::nullopt;
+    plist_t root = nullptr;
+    plist_from_memory(bytes.constData(), uint32_t(bytes.size()), &root);
+    if (!root)
+        return std::nullopt;
+    std::optional<BundleInfo> info;
+    if (plist_get_node_type(root) == PLIST_DICT) {
+        info = BundleInfo{stringValue(root, "CFBundleIdentifier"), stringValue(root, "CFBundleName"),
+                          stringValue(root, "CFBundleDisplayName"), stringValue(root, "CFBundleIconFile")};
+    }
+    plist_free(root);
+    return info;
+}
+
+std::optional<BundleInfo> BundleInfo::readPlist(const QString &plistPath)
+{
+    const auto bytes = readFile(plistPath);
+    return bytes ? parse(*bytes) : std::nullopt;
+}
+
+std::optional<BundleInfo> BundleInfo::read(const QString &bundlePath)
+{
+    for (const char *relative : kPlistLocations) {
+        if (const auto bytes = readFile(bundlePath + QLatin1String(relative)))
+            return parse(*bytes);
+    }
+    return std::nullopt;
+}
+
+QString BundleInfo::shownName(const QString &bundlePath) const
+{
+    if (!displayName.isEmpty())
+        return displayName;
+    if (!name.isEmpty())
+        return name;
+    QString fileName = QFileInfo(bundlePath).fileName();
+    if (fileName.endsWith(QLatin1String(".app")))
+        fileName.chop(4);
+    return fileName;
+}
+
+QString BundleInfo::iconPath(const QString &bundlePath) const
+{
+    if (iconFile.isEmpty())
+        return {};
+    const QString resources = bundlePath + QStringLiteral("/Contents/Resources/");
+    for (const QString &candidate : {iconFile, iconFile + QStringLiteral(".icns")}) {
+        if (QFileInfo(resources + candidate).isFile())
+            return resources + candidate;
+    }
+    return {};
+}

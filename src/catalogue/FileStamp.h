@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <optional>
+
+// What tells that a file is still the one read before: any rewrite, replace
+// or rename onto it changes one of these. Following symlinks.
+struct FileStamp {
+    qint64 inode = 0;
+    qint64 size = 0;
+    qint64 modifiedNs = 0;
+    qint64 changedNs = 0;
+
+    static std::optional<FileStamp> of(const QString &path);
+    bool operator==(const FileStamp &) const = default;
+};

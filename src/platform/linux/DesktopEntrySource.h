@@ -1,0 +1,46 @@
+#pragma once
+
+#include "catalogue/AppSource.h"
+#include "catalogue/FileStamp.h"
+
+#include <QHash>
+#include <QMutex>
+#include <optional>
+
+// The applications of a freedesktop desktop: the desktop entries in the
+// "applications" folder of every XDG data folder (and of the Flatpak and Snap
+// export folders), read through GIO. The first entry found for a desktop-file
+// id hides the others; hidden, NoDisplay, not-shown-here and uninstalled
+// (TryExec) entries are left out, and so is every launcher.
+class DesktopEntrySource final : public AppSource {
+public:
+    // With the system-wide export folders, unless TILLMORA_APP_DIRS replaces
+    // the fixed application folders.
+    DesktopEntrySource();
+    // With the given system-wide export folders instead.
+    explicit DesktopEntrySource(QStringList exportDirs);
+
+    // The "applications" folders, most important first.
+    QStringList applicationDirectories() const;
+
+    // Ordered by display name, case-insensitive and by the rules of the locale.
+    QList<AppItem> fetch() const override;
+    QStringList watchedDirectories() const override { return applicationDirectories(); }
+    std::optional<AppIconReference> iconReference(const QString &appPath) const override;
+
+private:
+    struct CachedEntry {
+        FileStamp stamp;
+        std::optional<AppItem> item; // nothing: not shown
+    };
+    std::optional<AppItem> evaluate(const QString &id, const QString &path) const;
+
+    std::optional<QStringList> m_exportDirs;
+    // What the last scan decided per desktop file. A file whose stamp is
+    // unchanged is not parsed again, as long as nothing it may depend on
+    // changed: the folders of PATH (a TryExec or Exec program installed or
+    // removed) and the language settings.
+    mutable QMutex m_cacheMutex;
+    mutable QByteArray m_cacheContext;
+    mutable QHash<QString, CachedEntry> m_cache;
+};

@@ -1,0 +1,201 @@
+#include "storage/MigrationService.h"
+
+#include "app/Logging.h"
+#include "layout/GridRecords.h"
+#include "layout/RecordList.h"
+#include "layout/Uuids.h"
+#include "storage/FileSystemStore.h"
+#include "storage/SettingsKeys.h"
+#include "storage/UserDefaultsStoreType.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImageReader>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+namespace {
+constexpr const char *kSpacesItems = "Spaces_Items_v1";
+constexpr const char *kSpacesActiveSpaceId = "Spaces_ActiveSpaceId";
+
+QString key(const char *name) { return QLatin1String(name); }
+}
+
+MigrationService::MigrationService(std::shared_ptr<UserDefaultsStoreType> defaults, std::shared_ptr<FileSystemStore> fs)
+    : defaults(std::move(defaults))
+    , fs(std::move(fs))
+    , logger(lcPersistence())
+{
+}
+
+void MigrationService::runAll()
+{
+    migrateTheme();
+    migrateTitleColor();
+    migrateGlassMaterial();
+    migrateGlassEnabled();
+    migratePinchGesture();
+    migrateShowOverFullscreen();
+    migrateHideButton();
+    migrateSunBackground();
+    migrateWeatherBackground();
+    migrateBackgroundImageToFile();
+    migrateFoldersToSlots();
+    clearDanglingActiveSpace();
+}
+
+bool MigrationService::isAbsent(const char *name) const
+{
+    return !defaults->persistedObject(key(name)).isValid();
+}
+
+bool MigrationService::fillAbsent(const char *name, const QVariant &value)
+{
+    if (!isAbsent(name))
+        return false;
+    defaults->set(value, key(name));
+    return true;
+}
+
+void MigrationService::once(const char *flag, const std::function<void()> &step)
+{
+    if (defaults->boolValue(key(flag)))
+        return;
+    step();
+    defaults->set(true, key(flag));
+}
+
+void MigrationService::migrateTheme()
+{
+    if (fillAbsent("theme", QStringLiteral("auto")))
+        defaults->synchronize(); // theme writes are flushed at once
+}
+
+void MigrationService::migrateTitleColor()
+{
+    fillAbsent("titleColorOverride", QStringLiteral("auto"));
+}
+
+void MigrationService::migrateGlassMaterial()
+{
+    if (fillAbsent("liquidGlassMaterialStyle", QStringLiteral("tinted")))
+        qCInfo(logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
+}
+
+void MigrationService::migrateGlassEnabled()
+{
+    once(kLiquidGlassDoneFlag, [this] {
+        // A user who switched the glass off on purpose keeps it off.
+        if (!defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
+            defaults->set(true, QStringLiteral("liquidGlassEnabled"));
+    });
+}
+
+// Steps 5 to 7 override what the user may have set before their flag existed,
+// once, and never again.
+void MigrationService::migratePinchGesture()
+{
+    once(kGesturePinchDoneFlag, [this] {
+        defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
+        fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
+        qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
+    });
+}
+
+void MigrationService::migrateShowOverFullscreen()
+{
+    once(kShowOverFullscreenDoneFlag, [this] { defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
+}
+
+void MigrationService::migrateHideButton()
+{
+    once(kHideButtonDoneFlag, [this] { defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
+}
+
+void MigrationService::migrateSunBackground()
+{
+    bool wrote = fillAbsent("sunBackgroundEnabled", false);
+    wrote |= fillAbsent("sunBackgroundAutoEnabled", true);
+    wrote |= fillAbsent("sunBackgroundManualTime", 12.0);
+    if (wrote)
+        qCInfo(logger, "Migrated: set Sun Background defaults for existing user");
+}
+
+void MigrationService::migrateWeatherBackground()
+{
+    fillAbsent("weatherBackgroundEnabled", false);
+    fillAbsent("weatherBackgroundAutoEnabled", true);
+    fillAbsent("weatherBackgroundCity", QStringLiteral("London"));
+    fillAbsent("weatherBackgroundManualType", QStringLiteral("clear"));
+    fillAbsent("weatherBackgroundManualTime", 12.0);
+}
+
+void MigrationService::migrateBackgroundImageToFile()
+{
+    const QString legacyKey = key(SettingsKeys::kLegacyCustomBackgroundImageData);
+    const auto bytes = defaults->data(legacyKey);
+    if (!bytes)
+        return;
+    const auto fail = [this](const QString &error) {
+        // The bytes stay stored: nothing of the user's is lost, and a later
+        // launch tries again.
+        qCWarning(logger, "Migration failed: %s", qUtf8Printable(error));
+    };
+
+    QBuffer buffer;
+    buffer.setData(*bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QByteArray format = QImageReader::imageFormat(&buffer);
+    if (format.isEmpty())
+        return fail(QStringLiteral("the stored background image is not in a known image format"));
+    if (format == "jpeg")
+        format = "jpg";
+
+    const QString folder = fs->pathFor(QLatin1String(kWallpapersFolder));
+    QString error;
+    if (!fs->ensureDirectory(folder, &error))
+        return fail(error);
+    const QString path = QDir(folder).filePath(Uuids::newText() + u'.' + QString::fromLatin1(format));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
+        return fail(QStringLiteral("%1: %2").arg(path, file.errorString()));
+
+    defaults->set(path, key(SettingsKeys::kCustomBackgroundImagePath));
+    defaults->removeObject(legacyKey); // only now that the file is safely written
+    qCInfo(logger, "Migrated background image data to file: %s", qUtf8Printable(path));
+}
+
+void MigrationService::migrateFoldersToSlots()
+{
+    const QString foldersKey = key(SettingsKeys::kFolders);
+    const auto bytes = defaults->data(foldersKey);
+    if (!bytes)
+        return;
+    const QJsonDocument document = QJsonDocument::fromJson(*bytes);
+    bool allHaveSlots = document.isArray();
+    for (const QJsonValue &folder : document.array())
+        allHaveSlots = allHaveSlots && folder.toObject().value(QLatin1String("slots")).isArray();
+    if (allHaveSlots)
+        return;
+
+    // Decoding gives a folder without slots a copy of its appPaths.
+    QString error;
+    const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
+    if (!folders) {
+        qCWarning(logger, "Failed to decode folders for the slots migration: %s", qUtf8Printable(error));
+        return; // the stored value stays as it is
+    }
+    qCInfo(logger, "Migrating folders to slots format");
+    defaults->set(RecordList::encode(*folders), foldersKey);
+    qCInfo(logger, "Successfully migrated %ld folders to slots format", long(folders->size()));
+}
+
+void MigrationService::clearDanglingActiveSpace()
+{
+    if (!isAbsent(kSpacesItems) || isAbsent(kSpacesActiveSpaceId))
+        return;
+    defaults->removeObject(key(kSpacesActiveSpaceId));
+    qCInfo(logger, "Spaces: cleared activeSpaceId (no spaces list)");
+}

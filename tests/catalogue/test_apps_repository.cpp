@@ -1,0 +1,237 @@
+#include "CatalogueFixtures.h"
+#include "app/BundleIdentity.h"
+#include "catalogue/AppsRepositoryImpl.h"
+#include "catalogue/BundleInfo.h"
+#include "platform/fake/FakeAppSource.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace CatalogueFixtures;
+
+namespace {
+
+BundleSpec app(const QString &identifier, PlistFormat format = PlistFormat::Xml)
+{
+    return {identifier, QString(), QString(), QString(), format};
+}
+
+}
+
+class TestAppsRepository : public QObject {
+    Q_OBJECT
+
+private:
+    QString dir(const QString &relative)
+    {
+        const QString path = m_root.path() + u'/' + relative;
+        QDir().mkpath(path);
+        return path;
+    }
+    QTemporaryDir m_root;
+
+private Q_SLOTS:
+    void init() { QVERIFY(QDir(m_root.path()).removeRecursively() && QDir().mkpath(m_root.path())); }
+
+    void readsXmlAndBinaryInfoPlists()
+    {
+        const QString apps = dir("Applications");
+        makeBundle(apps, "Xml.app", {"com.example.xml", "XmlName", "Xml Display", {}, PlistFormat::Xml});
+        makeBundle(apps, "Binary.app", {"com.example.bin", "BinaryName", {}, {}, PlistFormat::Binary});
+        makeBundle(apps, "Bare.app", app("com.example.bare", PlistFormat::Binary));
+
+        const auto items = AppsRepositoryImpl({apps}).fetch();
+        // Display name first, then the bundle name, then the file name.
+        QCOMPARE(names(items), QStringList({"Bare", "BinaryName", "Xml Display"}));
+        QCOMPARE(items[2].path, apps + "/Xml.app");
+        // Ids follow the path: a second scan gives the same ids.
+        QCOMPARE(AppsRepositoryImpl({apps}).fetch(), items);
+        QVERIFY(items[0].id != items[1].id);
+
+        const auto binary = BundleInfo::parse(plistBytes({"com.example.b", "B", "Bee", "Icon", PlistFormat::Binary}));
+        QVERIFY(binary);
+        QCOMPARE(binary->identifier, QString("com.example.b"));
+        QCOMPARE(binary->displayName, QString("Bee"));
+        QCOMPARE(binary->iconFile, QString("Icon"));
+    }
+
+    void ordersEntriesAndKeepsFirstFound()
+    {
+        const QString first = dir("First");
+        const QString nested = dir("First/Utilities");
+        const QString second = dir("Second");
+        for (const char *name : {"beta.app", "alpha.app", "Alpha.app", "Gamma.app"})
+            makeBundle(first, name, app(QString("com.example.") + name));
+        makeBundle(nested, "Tool.app", app("com.example.tool"));
+        makeBundle(second, "Delta.app", app("com.example.delta"));
+
+        // "Utilities" is both a sub-folder of the first folder and a search
+        // folder of its own, and the first folder is listed twice.
+        const auto items = AppsRepositoryImpl({first, second, nested, first + "/"}).fetch();
+        QCOMPARE(paths(items), QStringList({first + "/Alpha.app", first + "/alpha.app", first + "/beta.app",
+                                            first + "/Gamma.app", nested + "/Tool.app", second + "/Delta.app"}));
+    }
+
+    void searchesOneSubFolderLevel()
+    {
+        const QString apps = dir("Applications");
+        makeBundle(apps + "/Suite", "Tool.app", app("com.example.tool"));
+        makeBundle(apps + "/Suite/Deeper", "Deep.app", app("com.example.deep"));
+        makeBundle(apps + "/Outer.app/Contents/Helpers", "Helper.app", app("com.example.helper"));
+        makeBundle(apps, "Outer.app", app("com.example.outer"));
+        // A link to a folder is not a suite folder.
+        QVERIFY(QFile::link(apps + "/Suite", apps + "/LinkedSuite"));
+
+        QCOMPARE(paths(AppsRepositoryImpl({apps}).fetch()),
+                 QStringList({apps + "/Outer.app", apps + "/Suite/Tool.app"}));
+    }
+
+    void takesOnlyFinderFromCoreServices()
+    {
+        const QString core = dir("CoreServices");
+        const QString apps = dir("Applications");
+        makeBundle(core, "Finder.app", app("com.apple.finder"));
+        makeBundle(core, "Dock.app", app("com.apple.dock"));
+        makeBundle(core + "/Applications", "Archive Utility.app", app("com.apple.archiveutility"));
+        makeBundle(apps, "Dock.app", app("com.example.dock"));
+
+        const auto items = AppsRepositoryImpl({apps, core}, core).fetch();
+        QCOMPARE(paths(items), QStringList({apps + "/Dock.app", core + "/Finder.app"}));
+    }
+
+    void exclusionRules_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("displayName");
+        QTest::addColumn<bool>("included");
+
+        QTest::newRow("ordinary") << "Notes.app" << "com.example.notes" << "Notes" << "Notes" << true;
+        QTest::newRow("own fixed identifier, other file name")
+            << "Copy.app" << QString(BundleIdentity::kIdentifier) << "Copy" << "" << false;
+        QTest::newRow("own running identifier") << "Copy.app" << "com.example.own" << "" << "" << false;
+        QTest::newRow("identifier word") << "Grid.app" << "org.example.LaunchPadX" << "" << "" << false;
+        QTest::newRow("bundle name word") << "Grid.app" << "org.example.grid" << "Quick Launcher" << "" << false;
+        QTest::newRow("display name word") << "Grid.app" << "org.example.grid" << "Grid" << "TILLMORA" << false;
+        QTest::newRow("listed file name") << "App Launcher.app" << "org.example.a" << "" << "" << false;
+        QTest::newRow("file name word") << "MyLaunchpadThing.app" << "org.example.b" << "" << "" << false;
+        QTest::newRow("word only in the folder") << "Runner.app" << "org.example.runner" << "" << "" << true;
+    }
+
+    void exclusionRules()
+    {
+        QFETCH(QString, fileName);
+        QFETCH(QString, identifier);
+        QFETCH(QString, name);
+        QFETCH(QString, displayName);
+        QFETCH(bool, included);
+
+        const QString apps = dir(QTest::currentDataTag() == QByteArray("word only in the folder") ? "Launchers"
+                                                                                                   : "Applications");
+        const QString bundle = makeBundle(apps, fileName, {identifier, name, displayName, {}, PlistFormat::Binary});
+        AppsRepositoryImpl repo({apps});
+        repo.setOwnBundle(m_root.path() + "/Elsewhere/Tillmora.app", "com.example.own");
+        QCOMPARE(repo.shouldIncludeApp(bundle), included);
+        QCOMPARE(repo.fetch().size(), included ? 1 : 0);
+    }
+
+    void excludesTheRunningBundleByPath()
+    {
+        const QString apps = dir("Applications");
+        const QString bundle = makeBundle(apps, "Renamed.app", app("com.example.renamed"));
+        AppsRepositoryImpl repo({apps});
+        repo.setOwnBundle(bundle, "com.example.some-other-build");
+        QVERIFY(repo.fetch().isEmpty());
+    }
+
+    void safariOnlyFromTheCryptex()
+    {
+        AppsRepositoryImpl repo({});
+        const BundleInfo safari{"com.apple.Safari", "Safari", {}, {}};
+        QVERIFY(!repo.shouldIncludeApp("/Applications/Safari.app", safari));
+        QVERIFY(repo.shouldIncludeApp("/System/Cryptexes/App/System/Applications/Safari.app", safari));
+        // Only that exact path: a Safari anywhere else is listed.
+        QVERIFY(repo.shouldIncludeApp("/Applications/Utilities/Safari.app", safari));
+        const QString apps = dir("Applications");
+        makeBundle(apps, "Safari.app", app("com.apple.Safari"));
+        QCOMPARE(AppsRepositoryImpl({apps}).fetch().size(), 1);
+    }
+
+    void skipsBadInput()
+    {
+        const QString apps = dir("Applications");
+        makeBundle(apps, "Good.app", app("com.example.good"));
+        writeFile(apps + "/Garbage.app/Contents/Info.plist", "<plist><dict><key>CFBundle");
+        writeFile(apps + "/ArrayRoot.app/Contents/Info.plist", "<?xml version=\"1.0\"?><plist><array/></plist>");
+        writeFile(apps + "/Empty.app/Contents/Info.plist", "");
+        QDir().mkpath(apps + "/NoPlist.app/Contents");
+        makeBundle(apps, "NoIdentifier.app", {{}, "Nameless", {}, {}, PlistFormat::Binary});
+        writeFile(apps + "/File.app", "not a folder");
+        QVERIFY(QFile::link(apps + "/Missing.app", apps + "/Broken.app"));
+        // A "search folder" that is a file, and one that does not exist.
+        writeFile(m_root.path() + "/plain-file", "x");
+
+        const auto items =
+            AppsRepositoryImpl({m_root.path() + "/plain-file", m_root.path() + "/vanished", apps}).fetch();
+        QCOMPARE(paths(items), QStringList({apps + "/Good.app"}));
+    }
+
+    void rescanReadsOnlyWhatChanged()
+    {
+        const QString apps = dir("Applications");
+        const QString bundle = makeBundle(apps, "Editor.app", {"com.example.editor", "Editor", {}, {}});
+        makeBundle(apps, "Viewer.app", {"com.example.viewer", "Viewer", {}, {}});
+        AppsRepositoryImpl repo({apps});
+        QCOMPARE(names(repo.fetch()), QStringList({"Editor", "Viewer"}));
+
+        // An update rewrites the Info.plist; a removed bundle leaves the list.
+        makeBundle(apps, "Editor.app", {"com.example.editor", "Editor", "Editor Pro", {}, PlistFormat::Binary});
+        QVERIFY(QDir(apps + "/Viewer.app").removeRecursively());
+        QCOMPARE(names(repo.fetch()), QStringList({"Editor Pro"}));
+        // Reinstalled under a launcher's identifier, it is excluded.
+        makeBundle(apps, "Editor.app", {"com.example.launcher", "Editor", {}, {}});
+        QVERIFY(repo.fetch().isEmpty());
+        QVERIFY(QFile::remove(bundle + "/Contents/Info.plist"));
+        writeFile(bundle + "/Info.plist", plistBytes({"com.example.flat", "Flat", {}, {}}));
+        QCOMPARE(names(repo.fetch()), QStringList({"Flat"}));
+    }
+
+    void appendsUserFoldersAndSources()
+    {
+        const QString apps = dir("Applications");
+        const QString user = dir("UserApps");
+        makeBundle(apps, "A.app", app("com.example.a"));
+        makeBundle(user, "U.app", app("com.example.u"));
+        auto source = std::make_shared<FakeAppSource>();
+        source->items = {AppItems::make("/usr/share/applications/z.desktop", "Zed"),
+                         AppItems::make(apps + "/A.app", "Duplicate of a bundle")};
+        source->directories = {"/usr/share/applications"};
+
+        AppsRepositoryImpl repo({apps});
+        repo.addSource(source);
+        repo.setUserFolders({user});
+        const auto items = repo.fetch();
+        QCOMPARE(paths(items), QStringList({apps + "/A.app", user + "/U.app", "/usr/share/applications/z.desktop"}));
+        QCOMPARE(items[0].displayName, QString("A"));
+        QCOMPARE(repo.watchedDirectories(), QStringList({apps, user, "/usr/share/applications"}));
+    }
+
+    void searchDirectoriesFromEnvironment()
+    {
+        qunsetenv(AppsRepositoryImpl::kAppDirsVariable);
+        const QStringList standard = AppsRepositoryImpl::searchDirectoriesFromEnvironment();
+        QCOMPARE(standard.size(), 7);
+        QCOMPARE(standard.first(), QDir::homePath() + "/Applications");
+        QCOMPARE(standard.at(5), QString("/System/Library/CoreServices"));
+        QCOMPARE(standard.last(), QString("/System/Cryptexes/App/System/Applications"));
+
+        qputenv(AppsRepositoryImpl::kAppDirsVariable, "/opt/a::/opt/b/");
+        QCOMPARE(AppsRepositoryImpl::searchDirectoriesFromEnvironment(), QStringList({"/opt/a", "/opt/b"}));
+        qunsetenv(AppsRepositoryImpl::kAppDirsVariable);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAppsRepository)
+#include "test_apps_repository.moc"
