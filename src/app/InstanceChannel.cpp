@@ -9,6 +9,7 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
+#include <QPointer>
 #include <QStandardPaths>
 
 #include <sys/socket.h>
@@ -124,18 +125,20 @@ void InstanceChannel::acceptConnections()
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
             while (socket->canReadLine()) {
-                const QJsonDocument doc = QJsonDocument::fromJson(socket->readLine());
-                const QJsonObject request = doc.object();
-                QJsonObject reply;
-                if (request.value(QLatin1String("command")).toString() == QLatin1String("hello")) {
-                    reply = {{"pid", QCoreApplication::applicationPid()}, {"terminating", m_terminating}};
-                } else if (m_handler) {
-                    reply = m_handler(request);
-                } else {
-                    reply = {{"error", "unsupported request"}};
-                }
-                socket->write(line(reply));
-                socket->flush();
+                const QJsonObject request = QJsonDocument::fromJson(socket->readLine()).object();
+                QPointer<QLocalSocket> target(socket);
+                const Reply reply = [target](const QJsonObject &answer) {
+                    if (!target)
+                        return; // the client gave up waiting
+                    target->write(line(answer));
+                    target->flush();
+                };
+                if (request.value(QLatin1String("command")).toString() == QLatin1String("hello"))
+                    reply({{"pid", QCoreApplication::applicationPid()}, {"terminating", m_terminating}});
+                else if (m_handler)
+                    m_handler(request, reply);
+                else
+                    reply({{"error", "unsupported request"}});
             }
         });
     }

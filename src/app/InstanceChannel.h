@@ -16,7 +16,9 @@ class QLocalServer;
 class InstanceChannel : public QObject {
     Q_OBJECT
 public:
-    using Handler = std::function<QJsonObject(const QJsonObject &request)>;
+    using Reply = std::function<void(const QJsonObject &reply)>;
+    // Answers a request now or later (a command may wait for a load to end).
+    using Handler = std::function<void(const QJsonObject &request, Reply reply)>;
 
     struct Peer {
         qint64 processId = 0;

@@ -1,0 +1,36 @@
+#include "cli/HeadlessSession.h"
+
+#include "app/RegisteredDefaults.h"
+#include "layout/LaunchpadViewModel.h"
+#include "storage/MigrationService.h"
+#include "storage/UserDefaultsStore.h"
+
+#include <QEventLoop>
+
+HeadlessSession::HeadlessSession(const StorageLocations &locations, const CataloguePlatform &catalogue)
+{
+    RegisteredDefaults::registerAll();
+    m_composition = CompositionRoot::build(locations, catalogue);
+    MigrationService(m_composition.userDefaultsStore, m_composition.fileSystemStore).runAll();
+    m_model = std::make_unique<LaunchpadViewModel>(m_composition.layoutServices());
+}
+
+HeadlessSession::~HeadlessSession() = default;
+
+LaunchpadViewModel &HeadlessSession::loadedModel()
+{
+    QEventLoop loop;
+    QObject::connect(m_model.get(), &LaunchpadViewModel::loadFinished, &loop, [&] {
+        if (!m_model->isLoading())
+            loop.quit();
+    });
+    m_model->loadInitial();
+    if (m_model->isLoading())
+        loop.exec();
+    return *m_model;
+}
+
+void HeadlessSession::flush()
+{
+    m_composition.userDefaultsStore->synchronize();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/CompositionRoot.h"
+
+#include <memory>
+
+class LaunchpadViewModel;
+
+// The launcher's model without the launcher: migrations, the stored profile
+// and the reconciliation with the installed applications, for a command run
+// while no instance is up. Nothing here needs a display.
+class HeadlessSession {
+public:
+    HeadlessSession(const StorageLocations &locations, const CataloguePlatform &catalogue);
+    ~HeadlessSession();
+
+    // Blocks (running the event loop) until loading and reconciliation end.
+    LaunchpadViewModel &loadedModel();
+    // Writes everything to disk before the process exits.
+    void flush();
+
+private:
+    CompositionRoot m_composition;
+    std::unique_ptr<LaunchpadViewModel> m_model;
+};

@@ -1,0 +1,379 @@
+#include "cli/LayoutCommands.h"
+
+#include "layout/FolderAppsGrid.h"
+#include "layout/FolderSlotManager.h"
+#include "layout/LaunchpadViewModel.h"
+#include "layout/SlotKey.h"
+#include "layout/Uuids.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+
+namespace LayoutCommands {
+
+namespace {
+
+using Args = QStringList;
+
+const QStringList kCommands{QStringLiteral("apps"),   QStringLiteral("layout"), QStringLiteral("place"),
+                            QStringLiteral("remove"), QStringLiteral("move"),   QStringLiteral("hide"),
+                            QStringLiteral("unhide"), QStringLiteral("folder"), QStringLiteral("widget")};
+
+QString json(const QJsonValue &value)
+{
+    const QJsonDocument doc = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    return QString::fromUtf8(doc.toJson(QJsonDocument::Indented));
+}
+
+// Takes "--name VALUE" out of args; nothing when absent, error when VALUE is missing.
+std::optional<QString> takeOption(Args &args, const QString &name, QString *error)
+{
+    const qsizetype at = args.indexOf(name);
+    if (at < 0)
+        return std::nullopt;
+    if (at + 1 >= args.size()) {
+        *error = QStringLiteral("%1 needs a value").arg(name);
+        return std::nullopt;
+    }
+    const QString value = args.at(at + 1);
+    args.remove(at, 2);
+    return value;
+}
+
+std::optional<qsizetype> parseIndex(const QString &text, bool allowNegative = false)
+{
+    bool ok = false;
+    const qlonglong n = text.toLongLong(&ok);
+    if (!ok || (!allowNegative && n < 0))
+        return std::nullopt;
+    return qsizetype(n);
+}
+
+bool hasUnknownOption(const Args &args, QString *error)
+{
+    for (const QString &a : args)
+        if (a.startsWith(QLatin1String("--"))) {
+            *error = QStringLiteral("unknown option '%1'").arg(a);
+            return true;
+        }
+    return false;
+}
+
+// A bare path is taken as an app key.
+QString normalisedKey(const QString &key)
+{
+    return SlotKey::kindOf(key) == SlotKey::Kind::App ? SlotKey::app(SlotKey::appPath(key)) : key;
+}
+
+bool isInstalled(const LaunchpadViewModel &model, const QString &path)
+{
+    const GridEntryOrEmpty entry = model.resolve(SlotKey::app(path));
+    return entry && std::holds_alternative<AppItem>(*entry);
+}
+
+// The key names something that exists and may stand on the grid as an icon.
+QString checkIconKey(const LaunchpadViewModel &model, const QString &key)
+{
+    switch (SlotKey::kindOf(key)) {
+    case SlotKey::Kind::Empty: return QStringLiteral("KEY must not be empty");
+    case SlotKey::Kind::WidgetAnchor:
+    case SlotKey::Kind::WidgetBlock:
+        return QStringLiteral("widget keys are moved with 'tillmora widget move ID SLOT'");
+    case SlotKey::Kind::App:
+        if (SlotKey::isEmptyOrMalformed(key))
+            return QStringLiteral("malformed key '%1'; expected A:/path/to/app").arg(key);
+        return isInstalled(model, SlotKey::appPath(key))
+                   ? QString()
+                   : QStringLiteral("unknown key '%1': no installed application has that path").arg(key);
+    case SlotKey::Kind::Folder:
+    case SlotKey::Kind::Workflow:
+        if (!model.resolve(key))
+            return QStringLiteral("unknown key '%1': no folder or workflow has that id").arg(key);
+        return {};
+    }
+    return {};
+}
+
+std::optional<QUuid> findFolder(const LaunchpadViewModel &model, const QString &text)
+{
+    const auto id = Uuids::fromText(text);
+    if (!id || !model.folder(*id))
+        return std::nullopt;
+    return id;
+}
+
+CommandResult apps(Args args, LaunchpadViewModel &model)
+{
+    const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
+    QString error;
+    if (hasUnknownOption(args, &error) || !args.isEmpty())
+        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'apps [--json]'") : error);
+    if (asJson) {
+        QJsonArray array;
+        for (const AppItem &app : model.apps())
+            array.append(app.toJson());
+        return CommandResult::ok(json(array));
+    }
+    QString out;
+    for (const AppItem &app : model.apps())
+        out += app.path + u'\t' + app.displayName + u'\n';
+    return CommandResult::ok(out);
+}
+
+CommandResult layout(Args args, LaunchpadViewModel &model)
+{
+    const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
+    QString error;
+    if (hasUnknownOption(args, &error) || !args.isEmpty())
+        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'layout [--json]'") : error);
+    if (asJson) {
+        QJsonArray folders, widgets, workflows, hidden;
+        for (const FolderItem &f : model.folders())
+            folders.append(f.toJson());
+        for (const WidgetItem &w : model.widgets())
+            widgets.append(w.toJson());
+        for (const WorkflowItem &w : model.workflows())
+            workflows.append(w.toJson());
+        QStringList hiddenPaths = model.hiddenApps().values();
+        hiddenPaths.sort();
+        return CommandResult::ok(json(QJsonObject{{"slots", QJsonArray::fromStringList(model.slots())},
+                                                  {"folders", folders},
+                                                  {"widgets", widgets},
+                                                  {"workflows", workflows},
+                                                  {"hiddenApps", QJsonArray::fromStringList(hiddenPaths)},
+                                                  {"layoutRevision", model.layoutRevision()}}));
+    }
+    QString out;
+    for (int page = 0; page < model.pageCount(); ++page) {
+        QStringList cells = model.pageKeys(page);
+        for (QString &cell : cells)
+            if (cell.isEmpty())
+                cell = QStringLiteral("-");
+        out += cells.join(u'\t') + u'\n';
+    }
+    return CommandResult::ok(out);
+}
+
+CommandResult place(const Args &args, LaunchpadViewModel &model)
+{
+    if (args.size() != 1)
+        return CommandResult::usage(QStringLiteral("expected 'place KEY'"));
+    const QString key = normalisedKey(args.first());
+    if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
+        return CommandResult::usage(problem);
+    if (model.slots().contains(key))
+        return CommandResult::failure(QStringLiteral("%1 is already on the grid").arg(key));
+    const qsizetype at = model.insertKey(key);
+    if (at < 0)
+        return CommandResult::failure(QStringLiteral("%1 was not placed: it is hidden or inside a folder").arg(key));
+    return CommandResult::ok(QString::number(at) + u'\n');
+}
+
+CommandResult remove(const Args &args, LaunchpadViewModel &model)
+{
+    if (args.size() != 1)
+        return CommandResult::usage(QStringLiteral("expected 'remove KEY'"));
+    const QString key = normalisedKey(args.first());
+    if (!model.slots().contains(key))
+        return CommandResult::usage(QStringLiteral("unknown key '%1': no cell of the grid holds it").arg(key));
+    model.removeKey(key);
+    return CommandResult::ok();
+}
+
+CommandResult move(const Args &args, LaunchpadViewModel &model)
+{
+    if (args.size() != 2)
+        return CommandResult::usage(QStringLiteral("expected 'move KEY INDEX'"));
+    const QString key = normalisedKey(args.at(0));
+    if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
+        return CommandResult::usage(problem);
+    const auto index = parseIndex(args.at(1), true);
+    if (!index)
+        return CommandResult::usage(QStringLiteral("INDEX must be a whole number, got '%1'").arg(args.at(1)));
+    model.moveKeyInSlots(key, int(*index));
+    return CommandResult::ok();
+}
+
+CommandResult hideOrUnhide(const QString &verb, const Args &args, LaunchpadViewModel &model)
+{
+    if (args.size() != 1)
+        return CommandResult::usage(QStringLiteral("expected '%1 PATH'").arg(verb));
+    const QString path = SlotKey::appPath(args.first());
+    if (verb == QLatin1String("hide")) {
+        if (!isInstalled(model, path))
+            return CommandResult::usage(QStringLiteral("unknown app '%1': no installed application has that path").arg(path));
+        if (model.hiddenApps().contains(path))
+            return CommandResult::failure(QStringLiteral("%1 is already hidden").arg(path));
+        model.hideApp(path);
+    } else {
+        if (!model.hiddenApps().contains(path))
+            return CommandResult::usage(QStringLiteral("'%1' is not hidden").arg(path));
+        model.unhideApp(path);
+    }
+    return CommandResult::ok();
+}
+
+CommandResult folder(Args args, LaunchpadViewModel &model)
+{
+    const QString verb = args.isEmpty() ? QString() : args.takeFirst();
+    QString error;
+    if (verb == QLatin1String("create")) {
+        const auto slot = takeOption(args, QStringLiteral("--slot"), &error);
+        QStringList systemFolders;
+        while (const auto folderPath = takeOption(args, QStringLiteral("--system-folder"), &error))
+            systemFolders.append(*folderPath);
+        if (!error.isEmpty() || hasUnknownOption(args, &error))
+            return CommandResult::usage(error);
+        if (args.isEmpty() || args.first().trimmed().isEmpty())
+            return CommandResult::usage(QStringLiteral("expected 'folder create NAME [--slot N] [--system-folder PATH]... PATH...'"));
+        const QString name = args.takeFirst().trimmed();
+        std::optional<qsizetype> preferred;
+        if (slot) {
+            preferred = parseIndex(*slot);
+            if (!preferred)
+                return CommandResult::usage(QStringLiteral("--slot must be a cell number, got '%1'").arg(*slot));
+        }
+        QStringList paths;
+        for (const QString &arg : args) {
+            const QString path = SlotKey::appPath(arg);
+            if (!isInstalled(model, path))
+                return CommandResult::usage(QStringLiteral("unknown app '%1': no installed application has that path").arg(arg));
+            if (!paths.contains(path))
+                paths.append(path);
+        }
+        if (paths.isEmpty() && systemFolders.isEmpty())
+            return CommandResult::usage(QStringLiteral("a folder needs at least one app PATH or --system-folder"));
+        const auto created = model.createFolder(name, paths, systemFolders, preferred);
+        if (!created)
+            return CommandResult::failure(QStringLiteral("the folder could not be created"));
+        return CommandResult::ok(Uuids::toText(created->id) + u'\n');
+    }
+    if (verb == QLatin1String("move")) {
+        const auto raw = takeOption(args, QStringLiteral("--grid"), &error);
+        if (!error.isEmpty() || hasUnknownOption(args, &error) || args.size() != 3)
+            return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'folder move FOLDER_ID KEY INDEX [--grid RAW]'") : error);
+        const auto id = findFolder(model, args.at(0));
+        if (!id)
+            return CommandResult::usage(QStringLiteral("unknown folder id '%1'").arg(args.at(0)));
+        std::optional<FolderAppsGrid> shape;
+        if (raw) {
+            shape = FolderAppsGrids::fromRawValue(*raw);
+            if (!shape)
+                return CommandResult::usage(QStringLiteral("unknown folder grid '%1'; expected rows x columns such as 4x5").arg(*raw));
+        }
+        const auto index = parseIndex(args.at(2), true);
+        if (!index)
+            return CommandResult::usage(QStringLiteral("INDEX must be a whole number, got '%1'").arg(args.at(2)));
+        const QStringList shown = model.shownFolderSlots(*id);
+        QString key = args.at(1);
+        if (!shown.contains(key)) {
+            // Members may be stored with or without the "A:" prefix.
+            const QString path = SlotKey::appPath(key);
+            const QString other = shown.contains(path) ? path : SlotKey::app(path);
+            if (path.isEmpty() || !shown.contains(other))
+                return CommandResult::usage(QStringLiteral("'%1' is not in folder %2").arg(key, args.at(0)));
+            key = other;
+        }
+        std::unique_ptr<FolderSlotManager> manager(model.makeFolderSlotManager(*id));
+        if (shape)
+            manager->setGrid(*shape);
+        manager->moveKey(key, int(*index));
+        return CommandResult::ok();
+    }
+    if (verb == QLatin1String("rename")) {
+        if (args.size() != 2 || args.at(1).trimmed().isEmpty())
+            return CommandResult::usage(QStringLiteral("expected 'folder rename FOLDER_ID NAME'"));
+        const auto id = findFolder(model, args.at(0));
+        if (!id)
+            return CommandResult::usage(QStringLiteral("unknown folder id '%1'").arg(args.at(0)));
+        return model.renameFolder(*id, args.at(1).trimmed()) ? CommandResult::ok()
+                                                               : CommandResult::failure(QStringLiteral("rename failed"));
+    }
+    if (verb == QLatin1String("delete")) {
+        if (args.size() != 1)
+            return CommandResult::usage(QStringLiteral("expected 'folder delete FOLDER_ID'"));
+        const auto id = findFolder(model, args.at(0));
+        if (!id)
+            return CommandResult::usage(QStringLiteral("unknown folder id '%1'").arg(args.at(0)));
+        return model.dissolveFolder(*id) ? CommandResult::ok() : CommandResult::failure(QStringLiteral("delete failed"));
+    }
+    return CommandResult::usage(QStringLiteral("expected 'folder create|move|rename|delete ...'"));
+}
+
+CommandResult widget(Args args, LaunchpadViewModel &model)
+{
+    const QString verb = args.isEmpty() ? QString() : args.takeFirst();
+    QString error;
+    if (verb == QLatin1String("add")) {
+        const auto slot = takeOption(args, QStringLiteral("--slot"), &error);
+        if (!error.isEmpty() || hasUnknownOption(args, &error) || args.size() != 2)
+            return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'widget add KIND SIZE [--slot N]'") : error);
+        static const QRegularExpression kindPattern(QStringLiteral("^[a-z][a-z0-9_-]*$"));
+        if (!kindPattern.match(args.at(0)).hasMatch())
+            return CommandResult::usage(QStringLiteral("KIND must be a lower-case word such as clock or date, got '%1'").arg(args.at(0)));
+        const auto size = WidgetSizes::fromDimensions(args.at(1));
+        if (!size)
+            return CommandResult::usage(QStringLiteral("unknown widget size '%1'; expected 2x2, 3x2, 2x3 or 3x3").arg(args.at(1)));
+        std::optional<qsizetype> requested;
+        if (slot) {
+            requested = parseIndex(*slot);
+            if (!requested)
+                return CommandResult::usage(QStringLiteral("--slot must be a cell number, got '%1'").arg(*slot));
+        }
+        const auto added = model.addWidget(args.at(0), *size, requested);
+        if (!added)
+            return CommandResult::failure(QStringLiteral("no page of the grid can hold a %1 widget").arg(args.at(1)));
+        return CommandResult::ok(Uuids::toText(added->id) + u'\n');
+    }
+    if (verb == QLatin1String("move") || verb == QLatin1String("remove")) {
+        const int expected = verb == QLatin1String("move") ? 2 : 1;
+        if (args.size() != expected)
+            return CommandResult::usage(verb == QLatin1String("move") ? QStringLiteral("expected 'widget move ID SLOT'")
+                                                                      : QStringLiteral("expected 'widget remove ID'"));
+        const auto id = Uuids::fromText(args.at(0));
+        if (!id || !model.widget(*id))
+            return CommandResult::usage(QStringLiteral("unknown widget id '%1'").arg(args.at(0)));
+        if (verb == QLatin1String("remove"))
+            return model.removeWidget(*id) ? CommandResult::ok() : CommandResult::failure(QStringLiteral("remove failed"));
+        const auto slot = parseIndex(args.at(1));
+        if (!slot)
+            return CommandResult::usage(QStringLiteral("SLOT must be a cell number, got '%1'").arg(args.at(1)));
+        return model.moveWidget(*id, *slot) ? CommandResult::ok()
+                                            : CommandResult::failure(QStringLiteral("the widget could not be moved"));
+    }
+    return CommandResult::usage(QStringLiteral("expected 'widget add|move|remove ...'"));
+}
+
+}
+
+bool handles(const QString &command)
+{
+    return kCommands.contains(command);
+}
+
+CommandResult run(const QStringList &input, LaunchpadViewModel &model)
+{
+    Args args = input;
+    const QString command = args.takeFirst();
+    if (command == QLatin1String("apps"))
+        return apps(args, model);
+    if (command == QLatin1String("layout"))
+        return layout(args, model);
+    if (command == QLatin1String("place"))
+        return place(args, model);
+    if (command == QLatin1String("remove"))
+        return remove(args, model);
+    if (command == QLatin1String("move"))
+        return move(args, model);
+    if (command == QLatin1String("hide") || command == QLatin1String("unhide"))
+        return hideOrUnhide(command, args, model);
+    if (command == QLatin1String("folder"))
+        return folder(args, model);
+    if (command == QLatin1String("widget"))
+        return widget(args, model);
+    return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(command));
+}
+
+}
