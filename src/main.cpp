@@ -4,6 +4,7 @@
 #include "app/LaunchpadWindowController.h"
 #include "cli/CommandLine.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
+#include "platform/linux/LinuxInputPlatform.h"
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ int main(int argc, char **argv)
     LinuxApplicationPlatform platform(channel, arguments);
     AppDelegate delegate(platform, StorageLocations::fromEnvironment());
     delegate.setStatusItemFactory(&StatusBarController::createIfAvailable);
+    delegate.setInputPlatformFactory(&LinuxInputPlatform::create);
 
     channel.setHandler([&delegate](const QJsonObject &request) -> QJsonObject {
         if (request.value(QLatin1String("command")).toString() == QLatin1String("activate")) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "input/InputPlatform.h"
 
 #include <QObject>
 #include <functional>
@@ -22,6 +23,9 @@ public:
     ~AppDelegate() override;
 
     void setStatusItemFactory(StatusItemFactory factory) { m_statusItemFactory = std::move(factory); }
+    // Builds the adaptors the activation inputs run on, once the window
+    // controller is created (never in a copy that quits at once).
+    void setInputPlatformFactory(std::function<InputPlatform()> factory) { m_inputFactory = std::move(factory); }
 
     void applicationWillFinishLaunching();
     // Returns false when another instance runs and this one is quitting.
@@ -45,6 +49,7 @@ private:
     ApplicationPlatform &m_platform;
     StorageLocations m_locations;
     StatusItemFactory m_statusItemFactory;
+    std::function<InputPlatform()> m_inputFactory;
     std::unique_ptr<LaunchpadWindowController> windowController_;
     std::unique_ptr<QObject> statusBarController_;
     bool m_launchedAsLoginItem = false;

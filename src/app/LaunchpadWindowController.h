@@ -1,8 +1,16 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "input/InputPlatform.h"
 
 #include <QObject>
+#include <memory>
+
+class GesturesManager;
+class HotCornersManager;
+class HotKeyManager;
+class KnockToLaunchManager;
+class UserDefaultsStoreType;
 
 // Owns the composition and the services for the life of the process, and the
 // overlay's visibility. The overlay view (ui/) follows overlayVisible; the
@@ -11,10 +19,17 @@ class LaunchpadWindowController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool overlayVisible READ overlayVisible NOTIFY overlayVisibleChanged)
 public:
-    explicit LaunchpadWindowController(const StorageLocations &locations, QObject *parent = nullptr);
+    // input: the platform adaptors of the activation inputs; missing ones
+    // leave their input without effect.
+    explicit LaunchpadWindowController(const StorageLocations &locations, InputPlatform input = {},
+                                       QObject *parent = nullptr);
     ~LaunchpadWindowController() override;
 
     CompositionRoot &composition() { return m_composition; }
+    HotKeyManager &hotKeyManager() { return *m_hotKeyManager; }
+    HotCornersManager &hotCornersManager() { return *m_hotCornersManager; }
+    KnockToLaunchManager &knockToLaunchManager() { return *m_knockToLaunchManager; }
+    GesturesManager &gesturesManager() { return *m_gesturesManager; }
     bool overlayVisible() const { return m_overlayVisible; }
 
 public Q_SLOTS:
@@ -28,6 +43,14 @@ Q_SIGNALS:
 private:
     void setOverlayVisible(bool visible);
 
+    // Declared in start-up order: the activation managers come before the
+    // composition, the gestures after the migrations.
+    InputPlatform m_input;
+    std::shared_ptr<UserDefaultsStoreType> m_inputSettings;
+    std::unique_ptr<HotKeyManager> m_hotKeyManager;
+    std::unique_ptr<HotCornersManager> m_hotCornersManager;
+    std::unique_ptr<KnockToLaunchManager> m_knockToLaunchManager;
     CompositionRoot m_composition;
+    std::unique_ptr<GesturesManager> m_gesturesManager;
     bool m_overlayVisible = false;
 };

@@ -26,7 +26,7 @@ public:
 
 class AbsentTouchpads final : public ContactFrameSource {
 public:
-    StartResult start(FrameHandler) override { return {Status::Unavailable, 0}; }
+    StartResult start(FrameHandler) override { return {Status::NoDevices, 0}; }
     void stop() override {}
 };
 
