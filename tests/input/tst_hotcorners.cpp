@@ -149,15 +149,6 @@ private Q_SLOTS:
         QCOMPARE(screenFor(QPointF(-5, 50), {}, std::nullopt), std::nullopt);
     }
 
-    void rawValues()
-    {
-        for (HotCorner corner : allCorners())
-            QCOMPARE(fromRawValue(rawValue(corner)), corner);
-        QCOMPARE(allCorners().size(), 5);
-        QCOMPARE(rawValue(HotCorner::bottomRight), QStringLiteral("bottomRight"));
-        QCOMPARE(fromRawValue(QStringLiteral("middle")), HotCorner::none);
-    }
-
     void settingsAndConstruction()
     {
         {

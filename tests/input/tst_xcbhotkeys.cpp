@@ -69,18 +69,6 @@ private Q_SLOTS:
         QCOMPARE(service->registerHotKey(10, kCmdKey, kToggle).status, HotKeyService::kHotKeyInvalidErr);
     }
 
-    void keysymsOfTheTable()
-    {
-        QCOMPARE(XcbHotKeyService::keysym(kKeyA), std::optional<quint32>(0x61)); // a
-        QCOMPARE(XcbHotKeyService::keysym(kKey4), std::optional<quint32>(0x34));
-        QCOMPARE(XcbHotKeyService::keysym(42), std::optional<quint32>(0x5c)); // backslash
-        QCOMPARE(XcbHotKeyService::keysym(51), std::optional<quint32>(0xff08)); // BackSpace
-        QCOMPARE(XcbHotKeyService::keysym(53), std::optional<quint32>(0xff1b));
-        QCOMPARE(XcbHotKeyService::keysym(52), std::nullopt);
-        QCOMPARE(XcbHotKeyService::xModifiers(kCmdKey | kOptionKey | kControlKey | kShiftKey),
-                 quint16(XCB_MOD_MASK_4 | XCB_MOD_MASK_1 | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT));
-    }
-
     void superFourIsDelivered()
     {
         QCOMPARE(service->registerHotKey(kKey4, kCmdKey, kToggle).status, HotKeyService::kNoErr);
