@@ -20,11 +20,11 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     m_hotKeyManager->setOnToggle([this] { toggleOverlay(); });
     m_hotKeyManager->registerHotKey();
     m_hotCornersManager->setOnActivate([this] { toggleOverlay(); });
-    // A stored-on corner is already on: monitoring begins at the first
-    // activation of the application.
-    if (m_inputSettings->boolValue(QLatin1String(HotCornersManager::kEnabledKey)))
-        m_hotCornersManager->setEnabled(true);
+    // The manager already holds the stored flag, so this changes nothing: a
+    // stored-on corner starts monitoring at the first activation.
+    m_hotCornersManager->setEnabled(m_inputSettings->boolValue(QLatin1String(HotCornersManager::kEnabledKey)));
 
+    // After the migrations: one of them switches the pinch on for everyone.
     m_gesturesManager = std::make_unique<GesturesManager>(m_inputSettings, *m_input.touchpads, m_input.power.get(),
                                                           *m_input.clock);
     m_gesturesManager->setOnOpen([this] { showOverlay(); });
@@ -33,6 +33,7 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
 
 LaunchpadWindowController::~LaunchpadWindowController()
 {
+    // Switching the corner off is a setting change like any other: it is stored.
     m_hotKeyManager->stop();
     m_hotCornersManager->setEnabled(false);
 }
