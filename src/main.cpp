@@ -6,6 +6,7 @@
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
+#include "platform/linux/LinuxInputPlatform.h"
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
@@ -31,6 +32,7 @@ int main(int argc, char **argv)
     AppDelegate delegate(platform, StorageLocations::fromEnvironment());
     delegate.setStatusItemFactory(&StatusBarController::createIfAvailable);
     delegate.setCataloguePlatform({{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()});
+    delegate.setInputPlatformFactory(&LinuxInputPlatform::create);
 
     channel.setHandler([&delegate](const QJsonObject &request) -> QJsonObject {
         if (request.value(QLatin1String("command")).toString() == QLatin1String("activate")) {

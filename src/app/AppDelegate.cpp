@@ -46,7 +46,8 @@ bool AppDelegate::applicationDidFinishLaunching()
     m_platform.registerFonts();
     RegisteredDefaults::registerAll();
 
-    windowController_ = std::make_unique<LaunchpadWindowController>(m_locations, m_catalogue);
+    windowController_ = std::make_unique<LaunchpadWindowController>(
+        m_locations, m_catalogue, m_inputFactory ? m_inputFactory() : InputPlatform{});
     Q_EMIT windowControllerCreated(windowController_.get());
     if (m_statusItemFactory)
         statusBarController_ = m_statusItemFactory(*windowController_);

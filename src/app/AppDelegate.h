@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "input/InputPlatform.h"
 
 #include <QObject>
 #include <functional>
@@ -24,6 +25,9 @@ public:
     void setStatusItemFactory(StatusItemFactory factory) { m_statusItemFactory = std::move(factory); }
     // The platform's application sources and launcher, handed to the catalogue.
     void setCataloguePlatform(CataloguePlatform catalogue) { m_catalogue = std::move(catalogue); }
+    // Builds the adaptors the activation inputs run on, once the window
+    // controller is created (never in a copy that quits at once).
+    void setInputPlatformFactory(std::function<InputPlatform()> factory) { m_inputFactory = std::move(factory); }
 
     void applicationWillFinishLaunching();
     // Returns false when another instance runs and this one is quitting.
@@ -48,6 +52,7 @@ private:
     StorageLocations m_locations;
     StatusItemFactory m_statusItemFactory;
     CataloguePlatform m_catalogue;
+    std::function<InputPlatform()> m_inputFactory;
     std::unique_ptr<LaunchpadWindowController> windowController_;
     std::unique_ptr<QObject> statusBarController_;
     bool m_launchedAsLoginItem = false;

@@ -2,22 +2,53 @@
 
 #include "catalogue/AppMonitor.h"
 #include "catalogue/AppsRepositoryImpl.h"
+#include "input/GesturesManager.h"
+#include "input/HotCornersManager.h"
+#include "input/HotKeyManager.h"
+#include "input/KnockToLaunchManager.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
 LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &locations,
-                                                     const CataloguePlatform &catalogue, QObject *parent)
+                                                     const CataloguePlatform &catalogue, InputPlatform input,
+                                                     QObject *parent)
     : QObject(parent)
+    , m_input(input.completed())
+    , m_inputSettings(UserDefaultsStore::standard(locations.configDirectory))
+    , m_hotKeyManager(std::make_unique<HotKeyManager>(m_inputSettings, *m_input.hotKeys, *m_input.activity))
+    , m_hotCornersManager(
+          std::make_unique<HotCornersManager>(m_inputSettings, *m_input.pointer, *m_input.activity, *m_input.clock))
+    , m_knockToLaunchManager(std::make_unique<KnockToLaunchManager>(m_inputSettings))
     , m_appMonitor(std::make_unique<AppMonitor>())
     , m_composition(CompositionRoot::build(locations, catalogue))
 {
+    m_hotKeyManager->setOnToggle([this] { toggleOverlay(); });
+    m_hotKeyManager->registerHotKey();
+    m_hotCornersManager->setOnActivate([this] { toggleOverlay(); });
+    // The manager already holds the stored flag, so this changes nothing: a
+    // stored-on corner starts monitoring at the first activation.
+    m_hotCornersManager->setEnabled(m_inputSettings->boolValue(QLatin1String(HotCornersManager::kEnabledKey)));
+
     // Before any model reads stored data.
     MigrationService(m_composition.userDefaultsStore, m_composition.fileSystemStore).runAll();
+
+    // After the migrations: one of them switches the pinch on for everyone.
+    m_gesturesManager = std::make_unique<GesturesManager>(m_inputSettings, *m_input.touchpads, m_input.power.get(),
+                                                          *m_input.clock);
+    m_gesturesManager->setOnOpen([this] { showOverlay(); });
+    m_gesturesManager->setOnClose([this] { hideOverlay(); });
 
     m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
 }
 
-LaunchpadWindowController::~LaunchpadWindowController() = default;
+LaunchpadWindowController::~LaunchpadWindowController()
+{
+    // The controller lives as long as the process, so this runs only at exit:
+    // the inputs are released but their settings stay as the user left them.
+    m_hotKeyManager->stop();
+    m_hotCornersManager->stopMonitoring();
+    m_appMonitor->stop();
+}
 
 void LaunchpadWindowController::showOverlay() { setOverlayVisible(true); }
 void LaunchpadWindowController::hideOverlay() { setOverlayVisible(false); }

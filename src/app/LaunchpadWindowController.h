@@ -1,11 +1,17 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "input/InputPlatform.h"
 
 #include <QObject>
 #include <memory>
 
 class AppMonitor;
+class GesturesManager;
+class HotCornersManager;
+class HotKeyManager;
+class KnockToLaunchManager;
+class UserDefaultsStoreType;
 
 // Owns the composition and the services for the life of the process, and the
 // overlay's visibility. The overlay view (ui/) follows overlayVisible; the
@@ -14,13 +20,19 @@ class LaunchpadWindowController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool overlayVisible READ overlayVisible NOTIFY overlayVisibleChanged)
 public:
+    // catalogue: the platform's application sources and launcher; input: the
+    // adaptors of the activation inputs (missing ones leave their input inert).
     explicit LaunchpadWindowController(const StorageLocations &locations, const CataloguePlatform &catalogue = {},
-                                       QObject *parent = nullptr);
+                                       InputPlatform input = {}, QObject *parent = nullptr);
     ~LaunchpadWindowController() override;
 
     CompositionRoot &composition() { return m_composition; }
-    bool overlayVisible() const { return m_overlayVisible; }
     AppMonitor *appMonitor() const { return m_appMonitor.get(); }
+    HotKeyManager &hotKeyManager() { return *m_hotKeyManager; }
+    HotCornersManager &hotCornersManager() { return *m_hotCornersManager; }
+    KnockToLaunchManager &knockToLaunchManager() { return *m_knockToLaunchManager; }
+    GesturesManager &gesturesManager() { return *m_gesturesManager; }
+    bool overlayVisible() const { return m_overlayVisible; }
 
 public Q_SLOTS:
     void showOverlay();
@@ -29,14 +41,21 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void overlayVisibleChanged(bool visible);
-    // Applications were installed or removed (after a quiet second); the
-    // layout model reloads the catalogue.
+    // The installed applications changed on disk (after the monitor's quiet second).
     void catalogueChanged();
 
 private:
     void setOverlayVisible(bool visible);
 
+    // Declared in start-up order: the activation managers and the app monitor
+    // come before the composition, the gestures after the migrations.
+    InputPlatform m_input;
+    std::shared_ptr<UserDefaultsStoreType> m_inputSettings;
+    std::unique_ptr<HotKeyManager> m_hotKeyManager;
+    std::unique_ptr<HotCornersManager> m_hotCornersManager;
+    std::unique_ptr<KnockToLaunchManager> m_knockToLaunchManager;
     std::unique_ptr<AppMonitor> m_appMonitor;
     CompositionRoot m_composition;
+    std::unique_ptr<GesturesManager> m_gesturesManager;
     bool m_overlayVisible = false;
 };

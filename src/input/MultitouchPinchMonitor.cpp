@@ -1,0 +1,122 @@
+#include "input/MultitouchPinchMonitor.h"
+
+#include "app/Logging.h"
+
+#include <QPointer>
+#include <algorithm>
+
+MultitouchPinchMonitor::MultitouchPinchMonitor(ContactFrameSource &source, SleepWakeSource *power, Clock &clock,
+                                               QObject *parent)
+    : QObject(parent)
+    , m_source(source)
+    , m_power(power)
+    , m_clock(clock)
+{
+}
+
+MultitouchPinchMonitor::~MultitouchPinchMonitor()
+{
+    if (m_isRunning)
+        m_source.stop();
+}
+
+void MultitouchPinchMonitor::start(int requiredFingers, std::function<void(PinchDirection)> action)
+{
+    if (m_isRunning)
+        return;
+    onPinch = std::move(action);
+    recognizer.setRequiredFingers(requiredFingers);
+    const auto result = m_source.start([this](const ContactFrame &frame) { handleFrame(frame); });
+    switch (result.status) {
+    case ContactFrameSource::Status::Unavailable:
+        qCWarning(lcServices, "[Gestures] Touchpad devices unreadable — pinch disabled");
+        return;
+    case ContactFrameSource::Status::NoDevices:
+        qCInfo(lcServices, "[Gestures] No multitouch touchpad found");
+        return;
+    case ContactFrameSource::Status::Started:
+        break;
+    }
+    deviceCount = result.deviceCount;
+    m_isRunning = m_isArmed = true;
+    if (m_power && !powerObserversInstalled) {
+        connect(m_power, &SleepWakeSource::willSleep, this, &MultitouchPinchMonitor::willSleep);
+        connect(m_power, &SleepWakeSource::didWake, this, &MultitouchPinchMonitor::didWake);
+        powerObserversInstalled = true;
+    }
+    qCInfo(lcServices, "[Gestures] Pinch monitor started on %d device(s)", deviceCount);
+}
+
+void MultitouchPinchMonitor::stop()
+{
+    if (!m_isRunning)
+        return;
+    wakeTimer.reset();
+    m_source.stop();
+    m_isRunning = m_isArmed = false;
+    recognizer.reset();
+    qCInfo(lcServices, "[Gestures] Pinch monitor stopped");
+}
+
+void MultitouchPinchMonitor::handleFrame(const ContactFrame &frame)
+{
+    const bool firstSinceArm = !sawFrameSinceArm;
+    sawFrameSinceArm = true;
+    if (firstSinceArm && wakeTimer && wakeAttempts > 0) {
+        wakeTimer.reset();
+        qCInfo(lcServices, "[Gestures] Device confirmed live after wake");
+    }
+    const auto direction = recognizer.process(frame.contacts, frame.timestamp);
+    if (!direction)
+        return;
+    QPointer<MultitouchPinchMonitor> self(this);
+    QMetaObject::invokeMethod(this, [self, d = *direction] {
+        if (self && self->onPinch)
+            self->onPinch(d);
+    }, Qt::QueuedConnection);
+}
+
+void MultitouchPinchMonitor::willSleep()
+{
+    if (!m_isRunning)
+        return;
+    wakeTimer.reset();
+    m_source.stop();
+    m_isArmed = false;
+    recognizer.reset();
+}
+
+void MultitouchPinchMonitor::didWake()
+{
+    if (!m_isRunning)
+        return;
+    wakeAttempts = 0;
+    scheduleWakeAttempt();
+}
+
+void MultitouchPinchMonitor::scheduleWakeAttempt()
+{
+    const double delay = kWakeDelays[std::min(wakeAttempts, int(std::size(kWakeDelays)) - 1)];
+    wakeTimer = m_clock.startTimer(delay, Clock::Mode::SingleShot, [this] { wakeAttempt(); });
+}
+
+void MultitouchPinchMonitor::wakeAttempt()
+{
+    if (wakeAttempts > 0 && sawFrameSinceArm)
+        return;
+    if (wakeAttempts == kWakeAttempts) {
+        // The last re-arm had its full delay to show a frame.
+        wakeTimer.reset();
+        qCWarning(lcServices, "[Gestures] Gave up re-arming after wake");
+        return;
+    }
+    ++wakeAttempts;
+    m_source.stop();
+    const auto result = m_source.start([this](const ContactFrame &frame) { handleFrame(frame); });
+    deviceCount = result.status == ContactFrameSource::Status::Started ? result.deviceCount : 0;
+    m_isArmed = true;
+    sawFrameSinceArm = false;
+    recognizer.reset();
+    qCInfo(lcServices, "[Gestures] Re-armed %d device(s) after wake", deviceCount);
+    scheduleWakeAttempt();
+}

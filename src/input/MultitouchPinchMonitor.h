@@ -1,0 +1,52 @@
+#pragma once
+
+#include "input/Clock.h"
+#include "input/ContactFrameSource.h"
+#include "input/PinchRecognizer.h"
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+// Runs the pinch recogniser over every touchpad's contact frames, and
+// re-arms the devices after the machine wakes (they often come back mute).
+class MultitouchPinchMonitor : public QObject {
+    Q_OBJECT
+public:
+    // Wake re-arm delays; attempts beyond the third use the last one.
+    static constexpr double kWakeDelays[] = {1.5, 4.0, 9.0};
+    static constexpr int kWakeAttempts = 3;
+
+    // power may be null: then nothing re-arms after sleep.
+    MultitouchPinchMonitor(ContactFrameSource &source, SleepWakeSource *power, Clock &clock, QObject *parent = nullptr);
+    ~MultitouchPinchMonitor() override;
+
+    void start(int requiredFingers, std::function<void(PinchDirection)> onPinch);
+    void stop();
+    void setRequiredFingers(int fingers) { recognizer.setRequiredFingers(fingers); }
+    int requiredFingers() const { return recognizer.required(); }
+    bool isRunning() const { return m_isRunning; }
+    bool isArmed() const { return m_isArmed; }
+
+    void handleFrame(const ContactFrame &frame);
+
+private:
+    void willSleep();
+    void didWake();
+    void scheduleWakeAttempt();
+    void wakeAttempt();
+
+    std::function<void(PinchDirection)> onPinch;
+    PinchRecognizer recognizer;
+    int deviceCount = 0;
+    bool m_isRunning = false;
+    bool m_isArmed = false;
+    bool sawFrameSinceArm = false;
+    bool powerObserversInstalled = false;
+    int wakeAttempts = 0;
+    std::unique_ptr<Clock::Timer> wakeTimer;
+
+    ContactFrameSource &m_source;
+    SleepWakeSource *m_power;
+    Clock &m_clock;
+};
