@@ -1,6 +1,7 @@
 #include "layout/AppReconciler.h"
 
 #include "app/Logging.h"
+#include "layout/FolderEdits.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
 #include "layout/SlotKey.h"
@@ -44,16 +45,6 @@ qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
     return cleared;
 }
 
-void clearFolderKey(SlotEdit &edit, const FolderItem &folder)
-{
-    const QString id = folder.key().mid(SlotKey::kFolderPrefix.size());
-    for (qsizetype i = 0; i < edit.size(); ++i) {
-        const QString key = edit.at(i);
-        if (SlotKey::kindOf(key) == SlotKey::Kind::Folder && LayoutSanitizer::normalisedId(key) == id)
-            edit.clear(i);
-    }
-}
-
 bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const QSet<QString> &installed)
 {
     bool changed = false;
@@ -78,8 +69,7 @@ bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, co
         if (folder.appPaths.isEmpty() && folder.systemFolderPaths.isEmpty() && !gone.isEmpty()) {
             qCDebug(lcLayout, "🗑️ [CLEANUP] Folder '%s' is now empty, marking for deletion",
                     qUtf8Printable(folder.name));
-            clearFolderKey(edit, folder);
-            folders.removeAt(f);
+            FolderEdits::deleteFolder(edit, folders, f);
             continue;
         }
         ++f;

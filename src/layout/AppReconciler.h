@@ -17,8 +17,8 @@ QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidde
 // Empties the cells of applications no longer installed.
 qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed);
 // Drops uninstalled members from folders; a folder left with no app and no
-// system folder is deleted and its key cleared from the grid. Returns true
-// when any folder changed.
+// system folder is deleted, its key cleared from the grid (workflows it held
+// go back to the grid). Returns true when any folder changed.
 bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const QSet<QString> &installed);
 // Places every installed application that is neither on the grid, nor in a
 // folder, nor hidden, with the insert rule, in the order of the scan.
@@ -26,7 +26,5 @@ qsizetype placeNewApps(SlotEdit &edit, const QList<AppItem> &apps, const QList<F
                        const QSet<QString> &hidden);
 // Hidden applications are kept off the grid.
 qsizetype clearHiddenApps(SlotEdit &edit, const QSet<QString> &hidden);
-// Deletes a folder's key from the grid (every cell holding it).
-void clearFolderKey(SlotEdit &edit, const FolderItem &folder);
 
 }

@@ -1,7 +1,6 @@
 #include "layout/FolderEdits.h"
 
 #include "app/Logging.h"
-#include "layout/AppReconciler.h"
 #include "layout/FolderSlots.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
@@ -65,13 +64,6 @@ void returnApps(SlotEdit &edit, const FolderItem &folder, const QStringList &pat
     }
 }
 
-void deleteFolderAt(SlotEdit &edit, QList<FolderItem> &folders, qsizetype index)
-{
-    const FolderItem folder = folders.takeAt(index);
-    AppReconciler::clearFolderKey(edit, folder);
-    returnWorkflows(edit, folder);
-}
-
 // Membership is exclusive: the paths leave every folder but keepId's.
 void takeFromOtherFolders(SlotEdit &edit, QList<FolderItem> &folders, const QStringList &paths, const QUuid &keepId)
 {
@@ -89,7 +81,7 @@ void takeFromOtherFolders(SlotEdit &edit, QList<FolderItem> &folders, const QStr
         if (changed) {
             other.slots = FolderSlots::completed(other);
             if (!hasMembers(other)) {
-                deleteFolderAt(edit, folders, f);
+                deleteFolder(edit, folders, f);
                 continue;
             }
         }
@@ -107,6 +99,23 @@ QStringList uniquePaths(const QStringList &paths)
 }
 
 } // namespace
+
+void clearFolderKey(SlotEdit &edit, const FolderItem &folder)
+{
+    const QString id = folder.key().mid(SlotKey::kFolderPrefix.size());
+    for (qsizetype i = 0; i < edit.size(); ++i) {
+        const QString key = edit.at(i);
+        if (SlotKey::kindOf(key) == SlotKey::Kind::Folder && LayoutSanitizer::normalisedId(key) == id)
+            edit.clear(i);
+    }
+}
+
+void deleteFolder(SlotEdit &edit, QList<FolderItem> &folders, qsizetype index)
+{
+    const FolderItem folder = folders.takeAt(index);
+    clearFolderKey(edit, folder);
+    returnWorkflows(edit, folder);
+}
 
 qsizetype indexOfFolder(const QList<FolderItem> &folders, const QUuid &id)
 {
@@ -197,7 +206,7 @@ bool updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated
     const qsizetype now = indexOfFolder(folders, updated.id);
     if (!hasMembers(folders.at(now))) {
         qCDebug(lcLayout, "🔧 Folder is empty in updateFolder, deleting...");
-        deleteFolderAt(edit, folders, now);
+        deleteFolder(edit, folders, now);
     }
     return true;
 }
@@ -210,7 +219,7 @@ bool dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id,
     const FolderItem folder = folders.at(index);
     FOLDER_LOG("📁 [FOLDER LOG] Dissolving folder '%s' with %ld apps", qUtf8Printable(folder.name),
                long(folder.appPaths.size()));
-    AppReconciler::clearFolderKey(edit, folder);
+    clearFolderKey(edit, folder);
     folders.removeAt(index);
     // In the order the folder showed them.
     QStringList order;

@@ -33,5 +33,10 @@ bool dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id,
 qsizetype returnToGrid(SlotEdit &edit, const QString &key, std::optional<qint64> originalSlot);
 
 qsizetype indexOfFolder(const QList<FolderItem> &folders, const QUuid &id);
+// Removes folders[index] and its key from the grid; workflows it held go
+// back to the grid (its apps are the caller's business).
+void deleteFolder(SlotEdit &edit, QList<FolderItem> &folders, qsizetype index);
+// Empties every cell holding the folder's key.
+void clearFolderKey(SlotEdit &edit, const FolderItem &folder);
 
 }

@@ -515,7 +515,8 @@ void LaunchpadViewModel::setFolderAppsGridRawValue(const QString &raw)
 
 LaunchpadViewModel::MoveResult LaunchpadViewModel::moveKey(const QString &key, qsizetype toIndex)
 {
-    if (!m_slots.contains(key)) {
+    const qsizetype from = m_slots.indexOf(key);
+    if (from < 0) {
         const QString refusal = refusalToPlace(key);
         if (!refusal.isEmpty()) {
             LAYOUT_LOG("🔄 [DRAG LOG] %s not moved: %s", qUtf8Printable(key), qUtf8Printable(refusal));
@@ -523,7 +524,7 @@ LaunchpadViewModel::MoveResult LaunchpadViewModel::moveKey(const QString &key, q
         }
     }
     SlotEdit edit(m_slots);
-    switch (SlotMove::moveKeyInSlots(edit, key, toIndex, m_geometry.rows)) {
+    switch (SlotMove::moveKeyInSlots(edit, key, toIndex, m_geometry.rows, from)) {
     case SlotMove::Outcome::Unchanged: return MoveResult::Unchanged;
     case SlotMove::Outcome::Refused: return MoveResult::Refused;
     case SlotMove::Outcome::Moved: break;

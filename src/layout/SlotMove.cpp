@@ -144,7 +144,8 @@ Span pageOf(qsizetype slot, int rows)
     return {start, start + capacity};
 }
 
-Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows)
+Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
+                       std::optional<qsizetype> knownFrom)
 {
     if (key.isEmpty())
         return Outcome::Refused;
@@ -160,7 +161,7 @@ Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, in
     }
 
     edit.padTo(target + 1);
-    const qsizetype from = edit.indexOf(key);
+    const qsizetype from = knownFrom ? *knownFrom : edit.indexOf(key);
     if (from < 0)
         return placeKeyNotOnGrid(edit, key, target, rows);
 

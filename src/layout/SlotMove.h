@@ -2,6 +2,8 @@
 
 #include "layout/SlotEdit.h"
 
+#include <optional>
+
 // Moving one key of the main grid to another cell by drag and drop.
 namespace SlotMove {
 
@@ -34,6 +36,9 @@ Span pageOf(qsizetype slot, int rows);
 // widget cell is a wall that a row shift does not cross, and a drop on a
 // widget cell is refused. When a row shift carries the dragged key itself,
 // the carried copy is cleared so that the key never stands twice.
-Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows);
+// A caller that already looked the key up passes its first index (or -1) as
+// knownFrom, sparing a second walk over the list.
+Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
+                       std::optional<qsizetype> knownFrom = std::nullopt);
 
 }
