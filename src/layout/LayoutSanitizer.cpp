@@ -67,17 +67,29 @@ qsizetype clearMalformedAndDuplicates(SlotEdit &edit)
     return cleared;
 }
 
-qsizetype clearFolderMembers(SlotEdit &edit, const QList<FolderItem> &folders)
+namespace {
+// Empties every cell whose key matches; returns how many.
+template <typename Predicate>
+qsizetype clearWhere(SlotEdit &edit, Predicate matches)
 {
-    const QSet<QString> members = folderMemberPaths(folders);
     qsizetype cleared = 0;
     for (qsizetype i = 0; i < edit.size(); ++i) {
-        const QString path = SlotKey::appPath(edit.at(i));
-        if (!path.isEmpty() && members.contains(path)) {
+        if (matches(edit.at(i))) {
             edit.clear(i);
             ++cleared;
         }
     }
+    return cleared;
+}
+}
+
+qsizetype clearFolderMembers(SlotEdit &edit, const QList<FolderItem> &folders)
+{
+    const QSet<QString> members = folderMemberPaths(folders);
+    const qsizetype cleared = clearWhere(edit, [&](const QString &key) {
+        const QString path = SlotKey::appPath(key);
+        return !path.isEmpty() && members.contains(path);
+    });
     if (cleared > 0)
         qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld stale folder-member app keys from slots", long(cleared));
     return cleared;
@@ -86,30 +98,22 @@ qsizetype clearFolderMembers(SlotEdit &edit, const QList<FolderItem> &folders)
 qsizetype clearOrphanWidgetMarkers(SlotEdit &edit, const QList<WidgetItem> &widgets)
 {
     const QSet<QString> ids = idSet(widgets);
-    qsizetype cleared = 0;
-    for (qsizetype i = 0; i < edit.size(); ++i) {
-        const QString key = edit.at(i);
-        if (SlotKey::isWidgetMarker(key) && !ids.contains(normalisedId(key))) {
-            edit.clear(i);
-            ++cleared;
-        }
-    }
+    const qsizetype cleared = clearWhere(
+        edit, [&](const QString &key) { return SlotKey::isWidgetMarker(key) && !ids.contains(normalisedId(key)); });
     if (cleared > 0)
         qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld orphaned widget markers from slots", long(cleared));
     return cleared;
 }
 
+static bool isOrphanWorkflowKey(const QString &key, const QSet<QString> &ids)
+{
+    return SlotKey::kindOf(key) == SlotKey::Kind::Workflow && !ids.contains(normalisedId(key));
+}
+
 qsizetype clearOrphanWorkflowKeys(SlotEdit &edit, const QList<WorkflowItem> &workflows)
 {
     const QSet<QString> ids = idSet(workflows);
-    qsizetype cleared = 0;
-    for (qsizetype i = 0; i < edit.size(); ++i) {
-        const QString key = edit.at(i);
-        if (SlotKey::kindOf(key) == SlotKey::Kind::Workflow && !ids.contains(normalisedId(key))) {
-            edit.clear(i);
-            ++cleared;
-        }
-    }
+    const qsizetype cleared = clearWhere(edit, [&](const QString &key) { return isOrphanWorkflowKey(key, ids); });
     if (cleared > 0)
         qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld orphaned workflow markers from slots", long(cleared));
     return cleared;
@@ -121,7 +125,7 @@ qsizetype clearOrphanWorkflowKeysInFolders(QList<FolderItem> &folders, const QLi
     qsizetype cleared = 0;
     for (FolderItem &folder : folders) {
         for (QString &key : folder.slots) {
-            if (SlotKey::kindOf(key) == SlotKey::Kind::Workflow && !ids.contains(normalisedId(key))) {
+            if (isOrphanWorkflowKey(key, ids)) {
                 key.clear();
                 ++cleared;
             }

@@ -33,6 +33,30 @@ inline QString path(const QString &name)
     return QStringLiteral("/Applications/%1.app").arg(name);
 }
 
+inline QStringList keys(std::initializer_list<const char *> list)
+{
+    QStringList out;
+    for (const char *k : list)
+        out.append(QString::fromUtf8(k));
+    return out;
+}
+
+// Apps named "0" .. "count-1", and their keys in that order.
+inline QStringList numberedNames(int count)
+{
+    QStringList out;
+    for (int i = 0; i < count; ++i)
+        out.append(QString::number(i));
+    return out;
+}
+inline QStringList numberedKeys(int count)
+{
+    QStringList out;
+    for (int i = 0; i < count; ++i)
+        out.append(appKey(QString::number(i)));
+    return out;
+}
+
 // Runs the event loop until the model finished loading (scan included).
 inline bool waitForLoad(LaunchpadViewModel &model, int timeoutMs = 5000)
 {
@@ -53,6 +77,13 @@ struct Fixture {
         model->loadInitial();
         waitForLoad(*model);
         return *model;
+    }
+    // Loaded with exactly these cells stored and these apps installed.
+    LaunchpadViewModel &load(const QStringList &slots, const QStringList &appNames)
+    {
+        fakes.apps->setApps(apps(appNames));
+        fakes.order->storedSlots = slots;
+        return load();
     }
 };
 

@@ -8,13 +8,6 @@ using namespace LayoutTest;
 class FolderSlotsTest : public QObject {
     Q_OBJECT
 
-    static QStringList keys(std::initializer_list<const char *> list)
-    {
-        QStringList out;
-        for (const char *k : list)
-            out.append(QString::fromUtf8(k));
-        return out;
-    }
     // Folder pages of 2 rows x 4 columns.
     static QStringList move(const QStringList &slots, const char *key, int target)
     {

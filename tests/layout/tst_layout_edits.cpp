@@ -9,12 +9,9 @@ using namespace LayoutTest;
 class LayoutEditsTest : public QObject {
     Q_OBJECT
 
-    // A loaded model whose grid is exactly `slots` (apps named in the keys installed).
     static LaunchpadViewModel &loaded(Fixture &fx, const QStringList &slots, const QStringList &appNames)
     {
-        fx.fakes.apps->setApps(apps(appNames));
-        fx.fakes.order->storedSlots = slots;
-        return fx.load();
+        return fx.load(slots, appNames);
     }
 
 private Q_SLOTS:
@@ -22,13 +19,9 @@ private Q_SLOTS:
     {
         LogCapture log;
         Fixture fx;
-        QStringList slots;
-        for (int i = 0; i < 70; ++i)
-            slots.append(appKey(QString::number(i)));
+        QStringList slots = numberedKeys(70);
         slots[3].clear(); // page 0 (35 cells) has a hole; page 1 is full
-        QStringList names;
-        for (int i = 0; i < 70; ++i)
-            names.append(QString::number(i));
+        QStringList names = numberedNames(70);
         names.removeAt(3);
         auto &model = loaded(fx, slots, names);
         model.insertKey(SlotKey::workflow(QUuid())); // unknown workflow: refused
@@ -104,13 +97,7 @@ private Q_SLOTS:
     {
         LogCapture log;
         Fixture fx;
-        QStringList slots;
-        for (int i = 0; i < 12; ++i)
-            slots.append(appKey(QString::number(i)));
-        QStringList names;
-        for (int i = 0; i < 12; ++i)
-            names.append(QString::number(i));
-        auto &model = loaded(fx, slots, names);
+        auto &model = loaded(fx, numberedKeys(12), numberedNames(12));
         const auto folder = model.createFolder("Games", {path("3"), path("9")}, {}, 3);
         QVERIFY(folder);
         QCOMPARE(model.slots().at(3), folder->key());
@@ -271,12 +258,8 @@ private Q_SLOTS:
     {
         Fixture fx;
         // Cells 0-6 are the first 7-column row; cell 7 (empty) is in its 8-wide row.
-        QStringList slots;
-        QStringList names;
-        for (int i = 0; i < 7; ++i) {
-            slots.append(appKey(QString::number(i)));
-            names.append(QString::number(i));
-        }
+        QStringList slots = numberedKeys(7);
+        QStringList names = numberedNames(7);
         slots << "" << appKey("K");
         names << "K";
         auto &model = loaded(fx, slots, names);

@@ -1,19 +1,15 @@
+#include "LayoutTestSupport.h"
 #include "common/LogCapture.h"
 #include "layout/SlotMove.h"
 
 #include <QTest>
 
+using LayoutTest::keys;
+
 // The main grid's drag-and-drop move, run directly on slot lists.
 class SlotMoveTest : public QObject {
     Q_OBJECT
 
-    static QStringList row(std::initializer_list<const char *> keys)
-    {
-        QStringList out;
-        for (const char *k : keys)
-            out.append(QString::fromUtf8(k));
-        return out;
-    }
     static QStringList filled(int count, const QString &prefix = QStringLiteral("A:/x"))
     {
         QStringList out;
@@ -35,10 +31,10 @@ private Q_SLOTS:
     void dropOnOwnCellChangesNothing()
     {
         LogCapture log;
-        QStringList slots = row({"A:/p", "A:/k"});
+        QStringList slots = keys({"A:/p", "A:/k"});
         qint64 writes = -1;
         QCOMPARE(move(slots, "A:/k", 1, 5, &writes), SlotMove::Outcome::Unchanged);
-        QCOMPARE(slots, row({"A:/p", "A:/k"}));
+        QCOMPARE(slots, keys({"A:/p", "A:/k"}));
         QCOMPARE(writes, 0);
         QVERIFY(log.contains("🔄 [DRAG LOG] A:/k dropped on same slot 1, no movement needed"));
     }
@@ -47,9 +43,9 @@ private Q_SLOTS:
     {
         // Row 0: P, Q, empty, R; K comes from row 1.
         LogCapture log;
-        QStringList slots = row({"A:/P", "A:/Q", "", "A:/R", "A:/a", "A:/b", "A:/c", "A:/d", "A:/K"});
+        QStringList slots = keys({"A:/P", "A:/Q", "", "A:/R", "A:/a", "A:/b", "A:/c", "A:/d", "A:/K"});
         QCOMPARE(move(slots, "A:/K", 1), SlotMove::Outcome::Moved);
-        QCOMPARE(slots.mid(0, 4), row({"A:/P", "A:/K", "A:/Q", "A:/R"}));
+        QCOMPARE(slots.mid(0, 4), keys({"A:/P", "A:/K", "A:/Q", "A:/R"}));
         QCOMPARE(slots.at(8), QString());
         QVERIFY(log.contains("🔄 [DRAG LOG] Target slot 1 is occupied by A:/Q, attempting shift operation"));
         QVERIFY(log.contains("🔄 [DRAG LOG] Will shift right, empty slot found at 2"));
@@ -60,9 +56,9 @@ private Q_SLOTS:
     void rowShiftPrefersTheLeftSide()
     {
         LogCapture log;
-        QStringList slots = row({"", "A:/a", "A:/T", "", "A:/b", "A:/c", "A:/d", "A:/e", "A:/K"});
+        QStringList slots = keys({"", "A:/a", "A:/T", "", "A:/b", "A:/c", "A:/d", "A:/e", "A:/K"});
         move(slots, "A:/K", 2);
-        QCOMPARE(slots.mid(0, 4), row({"A:/a", "A:/T", "A:/K", ""}));
+        QCOMPARE(slots.mid(0, 4), keys({"A:/a", "A:/T", "A:/K", ""}));
         QVERIFY(log.contains("🔄 [DRAG LOG] Will shift left, empty slot found at 0"));
         QVERIFY(log.contains("🔄 [DRAG LOG] Executing left shift operation"));
         // Shifts run from the empty cell towards the target.
@@ -112,30 +108,30 @@ private Q_SLOTS:
     void simpleMoveOntoEmptyOrMalformedCell()
     {
         LogCapture log;
-        QStringList slots = row({"A:/k", "A:", "", "F:  "});
+        QStringList slots = keys({"A:/k", "A:", "", "F:  "});
         qint64 writes = 0;
         move(slots, "A:/k", 1, 5, &writes);
-        QCOMPARE(slots, row({"", "A:/k", "", "F:  "}));
+        QCOMPARE(slots, keys({"", "A:/k", "", "F:  "}));
         QCOMPARE(writes, 2);
         QVERIFY(log.contains("🔄 [DRAG LOG] Simple move: A:/k moved from 0 to 1 (target was empty or malformed)"));
         move(slots, "A:/k", 3);
-        QCOMPARE(slots, row({"", "", "", "A:/k"}));
+        QCOMPARE(slots, keys({"", "", "", "A:/k"}));
     }
 
     void duplicateAtTargetKeepsOne()
     {
         LogCapture log;
-        QStringList slots = row({"A:/k", "A:/p", "A:/k"});
+        QStringList slots = keys({"A:/k", "A:/p", "A:/k"});
         move(slots, "A:/k", 2);
-        QCOMPARE(slots, row({"", "A:/p", "A:/k"}));
+        QCOMPARE(slots, keys({"", "A:/p", "A:/k"}));
         QVERIFY(log.contains("🔄 [DRAG LOG] Duplicate detected at target=2. Cleared original slot 0 and kept A:/k at target"));
     }
 
     void negativeTargetIsZeroAndFarTargetPads()
     {
-        QStringList slots = row({"", "A:/k"});
+        QStringList slots = keys({"", "A:/k"});
         move(slots, "A:/k", -7);
-        QCOMPARE(slots, row({"A:/k", ""}));
+        QCOMPARE(slots, keys({"A:/k", ""}));
         qint64 writes = 0;
         move(slots, "A:/k", 40, 5, &writes);
         QCOMPARE(slots.size(), 41);
@@ -147,16 +143,16 @@ private Q_SLOTS:
     void keyNotOnGridIsPlacedAndOccupantRelocatedForwardOnThePage()
     {
         LogCapture log;
-        QStringList slots = row({"", "A:/a", "A:/b", "", "A:/c"});
+        QStringList slots = keys({"", "A:/a", "A:/b", "", "A:/c"});
         move(slots, "WF:1", 1, 1);
-        QCOMPARE(slots.mid(0, 5), row({"", "WF:1", "A:/b", "A:/a", "A:/c"}));
+        QCOMPARE(slots.mid(0, 5), keys({"", "WF:1", "A:/b", "A:/a", "A:/c"}));
         QCOMPARE(slots.size(), 8); // padded to the end of the page
         QVERIFY(log.contains("🔄 [DRAG LOG] Item WF:1 not found in slots, adding to target position 1"));
         QVERIFY(log.contains("🔄 [DRAG LOG] Target slot 1 was occupied by A:/a, need to relocate it"));
         QVERIFY(log.contains("🔄 [DRAG LOG] Moved displaced item A:/a to empty slot 3"));
 
         log.clear();
-        QStringList empty = row({""});
+        QStringList empty = keys({""});
         move(empty, "WF:2", 0);
         QVERIFY(log.contains("🔄 [DRAG LOG] Target slot 0 was empty, simple placement completed"));
     }
@@ -184,14 +180,14 @@ private Q_SLOTS:
     {
         // K stands between the empty cell and the target: the left shift carries it.
         LogCapture log;
-        QStringList slots = row({"", "A:/P", "A:/K", "A:/Q", "A:/a", "A:/b", "A:/c", "A:/d"});
+        QStringList slots = keys({"", "A:/P", "A:/K", "A:/Q", "A:/a", "A:/b", "A:/c", "A:/d"});
         move(slots, "A:/K", 3);
         QCOMPARE(slots.count("A:/K"), 1);
         QCOMPARE(slots.at(3), QStringLiteral("A:/K"));
         QVERIFY(slots.contains("A:/P") && slots.contains("A:/Q"));
         QVERIFY(log.contains("🔄 [DRAG LOG] Skipped clearing original slot 2 after shift because it no longer contains A:/K"));
 
-        QStringList right = row({"A:/P", "A:/K", "", "A:/a", "A:/b", "A:/c", "A:/d", "A:/e"});
+        QStringList right = keys({"A:/P", "A:/K", "", "A:/a", "A:/b", "A:/c", "A:/d", "A:/e"});
         move(right, "A:/K", 0);
         QCOMPARE(right.count("A:/K"), 1);
         QCOMPARE(right.at(0), QStringLiteral("A:/K"));
@@ -201,9 +197,9 @@ private Q_SLOTS:
     void widgetCellsAreWallsAndRefusedTargets()
     {
         // Empty cell 0 lies behind a widget's cells 1-2: the row cannot shift through them.
-        QStringList slots = row({"", "WB:w", "WB:w", "A:/T", "A:/a", "A:/b", "A:/c", "A:/d", "A:/K"});
+        QStringList slots = keys({"", "WB:w", "WB:w", "A:/T", "A:/a", "A:/b", "A:/c", "A:/d", "A:/K"});
         move(slots, "A:/K", 3, 1);
-        QCOMPARE(slots.mid(1, 2), row({"WB:w", "WB:w"}));
+        QCOMPARE(slots.mid(1, 2), keys({"WB:w", "WB:w"}));
         QCOMPARE(slots.at(3), QStringLiteral("A:/K"));
         QCOMPARE(slots.at(0), QStringLiteral("A:/T")); // found on the page instead
 

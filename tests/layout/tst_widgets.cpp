@@ -10,19 +10,12 @@ using namespace LayoutTest;
 class WidgetsTest : public QObject {
     Q_OBJECT
 
-    static QStringList icons(int count)
+    // n icons in cells 0..n-1 on 8 x 5 pages.
+    static LaunchpadViewModel &withIcons(Fixture &fx, int n)
     {
-        QStringList out;
-        for (int i = 0; i < count; ++i)
-            out.append(appKey(QString::number(i)));
-        return out;
-    }
-    static QStringList names(int count)
-    {
-        QStringList out;
-        for (int i = 0; i < count; ++i)
-            out.append(QString::number(i));
-        return out;
+        auto &model = fx.load(numberedKeys(n), numberedNames(n));
+        model.setGridGeometry(8, 5);
+        return model;
     }
     static QSet<QString> appKeysIn(const QStringList &slots)
     {
@@ -49,10 +42,7 @@ private Q_SLOTS:
     {
         LogCapture log;
         Fixture fx;
-        fx.fakes.apps->setApps(apps(names(30)));
-        fx.fakes.order->storedSlots = icons(30);
-        auto &model = fx.load();
-        model.setGridGeometry(8, 5);
+        auto &model = withIcons(fx, 30);
         const QSet<QString> before = appKeysIn(model.slots());
         const auto w = model.addWidget("clock", WidgetSize::size3x2, 5);
         QVERIFY(w);
@@ -118,10 +108,7 @@ private Q_SLOTS:
     void newWidgetWithoutASlotTakesTheFirstFreeRectangle()
     {
         Fixture fx;
-        fx.fakes.apps->setApps(apps(names(10)));
-        fx.fakes.order->storedSlots = icons(10);
-        auto &model = fx.load();
-        model.setGridGeometry(8, 5);
+        auto &model = withIcons(fx, 10);
         const auto w = model.addWidget("notes", WidgetSize::size2x2);
         QCOMPARE(model.findWidgetTopLeftIndex(w->id), 10); // cells 10, 11, 18, 19 are the first free square
         QCOMPARE(appKeysIn(model.slots()).size(), 10);
@@ -142,10 +129,7 @@ private Q_SLOTS:
     {
         LogCapture log;
         Fixture fx;
-        fx.fakes.apps->setApps(apps(names(40)));
-        fx.fakes.order->storedSlots = icons(40);
-        auto &model = fx.load();
-        model.setGridGeometry(8, 5);
+        auto &model = withIcons(fx, 40);
         const auto low = model.addWidget("clock", WidgetSize::size2x2, 30);  // cells 30,31,38,39
         const auto high = model.addWidget("clock", WidgetSize::size2x2, 0); // stays whole
         const QSet<QString> before = appKeysIn(model.slots());
