@@ -239,7 +239,8 @@ void LaunchpadViewModel::loadStoredLayout()
         Q_EMIT layoutRevisionChanged();
     }
     commit(edit, save);
-    Q_EMIT foldersChanged();
+    if (!(save & FoldersPart))
+        Q_EMIT foldersChanged();
     Q_EMIT widgetsChanged();
     Q_EMIT workflowsChanged();
 }
