@@ -141,12 +141,16 @@ void LaunchpadViewModel::setGridGeometry(int columns, int rows)
 {
     columns = std::max(1, columns);
     rows = std::max(1, rows);
-    if (columns == m_geometry.columns && rows == m_geometry.rows)
-        return;
+    const bool changed = columns != m_geometry.columns || rows != m_geometry.rows;
     m_geometry.columns = columns;
     m_geometry.rows = rows;
-    relayWidgets();
-    Q_EMIT gridGeometryChanged();
+    // The first shape the view reports may equal the default and still be
+    // new to widgets laid out on another display: check them either way.
+    if (changed || !m_geometryKnown)
+        relayWidgets();
+    m_geometryKnown = true;
+    if (changed)
+        Q_EMIT gridGeometryChanged();
 }
 
 void LaunchpadViewModel::relayWidgets()
@@ -229,7 +233,7 @@ void LaunchpadViewModel::loadStoredLayout()
     LayoutSanitizer::clearOrphanWorkflowKeys(edit, m_workflows);
     if (LayoutSanitizer::clearOrphanWorkflowKeysInFolders(m_folders, m_workflows) > 0)
         save |= FoldersPart;
-    WidgetLayout::repair(edit, m_widgets, m_geometry);
+    WidgetLayout::repair(edit, m_widgets, m_geometry, m_geometryKnown);
     if (m_slots != beforeOrphans)
         save |= SlotsPart;
 

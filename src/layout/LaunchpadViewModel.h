@@ -56,7 +56,9 @@ public:
     int gridColumns() const { return m_geometry.columns; }
     int gridRows() const { return m_geometry.rows; }
     PageGeometry geometry() const { return m_geometry; }
-    // Widgets whose rectangle no longer fits are re-laid (and saved).
+    // Widgets whose rectangle does not fit these pages are re-laid (and
+    // saved). Until the view first sets the shape, loads leave widgets that
+    // fit some other shape alone, so a default shape never moves them.
     void setGridColumns(int columns);
     void setGridRows(int rows);
     void setGridGeometry(int columns, int rows);
@@ -171,6 +173,7 @@ private:
     QList<WorkflowItem> m_workflows;
     qint64 m_layoutRevision = 0;
     PageGeometry m_geometry;
+    bool m_geometryKnown = false; // set by the view; until then only damaged widgets are re-laid
     FolderAppsGrid m_folderAppsGrid;
     bool m_isLoadingInitialData = false;
     bool m_hasPendingLoadInitial = false;

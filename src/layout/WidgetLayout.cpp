@@ -115,7 +115,7 @@ qsizetype clearMarkers(SlotEdit &edit, const QUuid &id)
     return cleared;
 }
 
-bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeometry &geometry)
+bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeometry &geometry, bool checkPage)
 {
     const QString idText = Uuids::toText(widget.id);
     qsizetype anchor = -1;
@@ -131,7 +131,7 @@ bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeome
         else
             anchor = i;
     }
-    if (anchor < 0 || !fitsPage(anchor, widget.size, geometry))
+    if (anchor < 0 || (checkPage && !fitsPage(anchor, widget.size, geometry)))
         return false;
     QList<qsizetype> expected = rectCells(anchor, widget.size);
     expected.removeFirst();
@@ -211,7 +211,7 @@ std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizety
     return anchor;
 }
 
-qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeometry &geometry)
+qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeometry &geometry, bool checkPage)
 {
     struct Broken {
         const WidgetItem *widget;
@@ -219,7 +219,7 @@ qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeo
     };
     QList<Broken> broken;
     for (const WidgetItem &w : widgets) {
-        if (isWhole(edit.slots(), w, geometry))
+        if (isWhole(edit.slots(), w, geometry, checkPage))
             continue;
         const QString idText = Uuids::toText(w.id);
         qsizetype requested = findWidgetTopLeftIndex(edit.slots(), w.id);

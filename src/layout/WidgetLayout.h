@@ -37,8 +37,10 @@ bool fitsAnyPage(WidgetSize size, const PageGeometry &geometry);
 qsizetype findWidgetTopLeftIndex(const QStringList &slots, const QUuid &id);
 // Empties every cell marked with the widget's id; returns how many.
 qsizetype clearMarkers(SlotEdit &edit, const QUuid &id);
-// Whether the widget's markers are exactly one well-placed rectangle.
-bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeometry &geometry);
+// Whether the widget's markers are exactly one rectangle, and (with
+// checkPage) a well-placed one on the pages of this geometry.
+bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeometry &geometry,
+             bool checkPage = true);
 
 // Places (or moves) the widget as near the requested slot as the candidate
 // order allows, clears its old markers and re-places displaced icons.
@@ -52,7 +54,9 @@ qsizetype firstFreeAnchor(const QStringList &slots, WidgetSize size, const PageG
 // Re-lays every widget whose cells are not a whole, well-placed rectangle
 // (after a change of columns or rows, or damaged stored data). A widget that
 // fits no page of the geometry is taken off the grid; its record stays.
-// Returns the number of widgets re-laid.
-qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeometry &geometry);
+// Without checkPage only damaged rectangles are re-laid: for when the
+// grid's real shape is not known yet. Returns the number of widgets re-laid.
+qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeometry &geometry,
+                 bool checkPage = true);
 
 }

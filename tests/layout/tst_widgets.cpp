@@ -149,6 +149,32 @@ private Q_SLOTS:
         QCOMPARE(appKeysIn(model.slots()), before);
     }
 
+    void storedWidgetsWaitForTheViewsGridShape()
+    {
+        // Laid out on 8 x 5 pages: cells 30, 31, 38, 39 would straddle 7 x 5 pages.
+        Fixture fx;
+        WidgetItem w{QUuid::createUuid(), "clock", WidgetSize::size2x2, {}};
+        fx.fakes.widgets->stored = {w};
+        const QString id = Uuids::toText(w.id);
+        QStringList slots(40);
+        slots[30] = "W:" + id;
+        for (int c : {31, 38, 39})
+            slots[c] = "WB:" + id;
+        fx.fakes.order->storedSlots = slots;
+        auto &model = fx.load();
+        QCOMPARE(model.slots(), slots); // the default shape moves nothing
+        model.setGridGeometry(8, 5);
+        QCOMPARE(model.slots(), slots);
+
+        Fixture other;
+        other.fakes.widgets->stored = {w};
+        other.fakes.order->storedSlots = slots;
+        auto &seven = other.load();
+        seven.setGridGeometry(7, 5); // the default, but now confirmed by the view
+        QVERIFY(seven.findWidgetTopLeftIndex(w.id) != 30);
+        QVERIFY(WidgetLayout::isWhole(seven.slots(), w, seven.geometry()));
+    }
+
     void damagedStoredRectanglesAreRepairedOnLoad()
     {
         Fixture fx;
