@@ -210,16 +210,6 @@ private Q_SLOTS:
         QCOMPARE(move(slots, "W:w", 5), SlotMove::Outcome::Refused);
         QCOMPARE(slots, before);
     }
-
-    void rowAndPageAreEightWide()
-    {
-        QCOMPARE(SlotMove::rowOf(13, 100).start, 8);
-        QCOMPARE(SlotMove::rowOf(13, 100).end, 16);
-        QCOMPARE(SlotMove::rowOf(13, 14).end, 14);
-        QCOMPARE(SlotMove::pageOf(45, 5).start, 40);
-        QCOMPARE(SlotMove::pageOf(45, 5).end, 80);
-        QCOMPARE(SlotMove::pageOf(3, 0).end, 8); // rows below 1 count as 1
-    }
 };
 
 QTEST_GUILESS_MAIN(SlotMoveTest)

@@ -114,17 +114,6 @@ private Q_SLOTS:
         QCOMPARE(appKeysIn(model.slots()).size(), 10);
     }
 
-    void removingAWidgetFreesItsCellsAndOrphansVanishOnLoad()
-    {
-        Fixture fx;
-        auto &model = fx.load();
-        const auto w = model.addWidget("clock", WidgetSize::size2x2, 0);
-        QVERIFY(model.removeWidget(w->id));
-        QVERIFY(!model.slots().contains("W:" + Uuids::toText(w->id)));
-        QVERIFY(fx.fakes.widgets->stored.isEmpty());
-        QVERIFY(!model.removeWidget(w->id));
-    }
-
     void shrinkingTheGridReLaysWidgetsThatNoLongerFit()
     {
         LogCapture log;
