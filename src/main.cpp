@@ -2,14 +2,27 @@
 #include "app/BundleIdentity.h"
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
+#include "catalogue/AppIconLookup.h"
 #include "cli/CommandLine.h"
+#include "cli/InstanceCommands.h"
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "platform/linux/LinuxInputPlatform.h"
+#include "storage/AppNameRepository.h"
+#include "storage/AppearanceRepository.h"
+#include "ui/GridPresenter.h"
+#include "ui/OverlayWindow.h"
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
+
+namespace {
+CataloguePlatform linuxCatalogue()
+{
+    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()};
+}
+}
 
 int main(int argc, char **argv)
 {
@@ -18,28 +31,41 @@ int main(int argc, char **argv)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     if (!CommandLine::startsLauncher(arguments)) {
         QCoreApplication app(argc, argv);
-        return CommandLine::run(arguments);
+        return CommandLine::run(arguments, linuxCatalogue());
     }
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tillmora"));
     QApplication::setApplicationDisplayName(QLatin1String(BundleIdentity::kProgramName));
     QApplication::setOrganizationDomain(QStringLiteral("tillmora.com"));
+    QApplication::setDesktopFileName(QStringLiteral("tillmora"));
     QApplication::setQuitOnLastWindowClosed(false);
 
     InstanceChannel channel;
     LinuxApplicationPlatform platform(channel, arguments);
     AppDelegate delegate(platform, StorageLocations::fromEnvironment());
     delegate.setStatusItemFactory(&StatusBarController::createIfAvailable);
-    delegate.setCataloguePlatform({{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()});
+    delegate.setCataloguePlatform(linuxCatalogue());
     delegate.setInputPlatformFactory(&LinuxInputPlatform::create);
 
-    channel.setHandler([&delegate](const QJsonObject &request) -> QJsonObject {
-        if (request.value(QLatin1String("command")).toString() == QLatin1String("activate")) {
-            delegate.applicationShouldHandleReopen(false);
-            return {{"ok", true}};
-        }
-        return {{"error", "unknown request"}};
+    // The overlay exists before the first show, which start-up queues.
+    std::unique_ptr<GridPresenter> presenter;
+    std::unique_ptr<OverlayWindow> overlay;
+    QObject::connect(&delegate, &AppDelegate::windowControllerCreated, &app,
+                     [&](LaunchpadWindowController *controller) {
+                         CompositionRoot &root = controller->composition();
+                         presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
+                                                                     *root.appearanceRepo, root.appLauncher);
+                         overlay = std::make_unique<OverlayWindow>(
+                             *controller, *presenter,
+                             [lookup = root.appIconLookup](const QString &path) { return lookup->icon(path); });
+                     });
+
+    channel.setHandler([&delegate](const QJsonObject &request, InstanceChannel::Reply reply) {
+        if (LaunchpadWindowController *controller = delegate.windowController())
+            InstanceCommands::handle(request, *controller, std::move(reply));
+        else
+            reply({{"error", "starting"}});
     });
     QObject::connect(&app, &QCoreApplication::aboutToQuit, &app, [&] {
         channel.setTerminating(true);
@@ -47,6 +73,10 @@ int main(int argc, char **argv)
     });
 
     delegate.applicationWillFinishLaunching();
-    delegate.applicationDidFinishLaunching();
-    return app.exec();
+    if (delegate.applicationDidFinishLaunching() && overlay)
+        overlay->setShowInTaskbar(platform.dockIconVisible());
+    const int status = app.exec();
+    overlay.reset();
+    presenter.reset();
+    return status;
 }

@@ -50,3 +50,16 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
     root.workflowsRepo = std::make_shared<WorkflowsRepositoryImpl>(root.layoutStore);
     return root;
 }
+
+LayoutServices CompositionRoot::layoutServices() const
+{
+    LayoutServices services;
+    services.appsRepo = appsRepo;
+    services.foldersRepo = foldersRepo;
+    services.orderRepo = orderRepo;
+    services.widgetsRepo = widgetsRepo;
+    services.workflowsRepo = workflowsRepo;
+    services.hiddenAppsService = hiddenAppsService;
+    services.preferences = userDefaultsStore;
+    return services;
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/CataloguePlatform.h"
+#include "layout/LayoutServices.h"
 
 #include <QStringList>
 #include <memory>
@@ -51,6 +52,9 @@ struct CompositionRoot {
     // has none (headless tests).
     std::shared_ptr<AppLauncher> appLauncher;
     std::shared_ptr<AppIconLookup> appIconLookup;
+
+    // What the layout model reads and writes through.
+    LayoutServices layoutServices() const;
 
     static CompositionRoot build(const StorageLocations &locations, const CataloguePlatform &catalogue = {});
 };

@@ -6,6 +6,7 @@
 #include "input/HotCornersManager.h"
 #include "input/HotKeyManager.h"
 #include "input/KnockToLaunchManager.h"
+#include "layout/LaunchpadViewModel.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -37,6 +38,11 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
                                                           *m_input.clock);
     m_gesturesManager->setOnOpen([this] { showOverlay(); });
     m_gesturesManager->setOnClose([this] { hideOverlay(); });
+
+    m_layout = new LaunchpadViewModel(m_composition.layoutServices(), this);
+    // An install or removal reloads the catalogue and reconciles the grid.
+    connect(this, &LaunchpadWindowController::catalogueChanged, m_layout, &LaunchpadViewModel::loadInitial);
+    m_layout->loadInitial();
 
     m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
 }

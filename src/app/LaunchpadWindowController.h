@@ -11,6 +11,7 @@ class GesturesManager;
 class HotCornersManager;
 class HotKeyManager;
 class KnockToLaunchManager;
+class LaunchpadViewModel;
 class UserDefaultsStoreType;
 
 // Owns the composition and the services for the life of the process, and the
@@ -19,6 +20,7 @@ class UserDefaultsStoreType;
 class LaunchpadWindowController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool overlayVisible READ overlayVisible NOTIFY overlayVisibleChanged)
+    Q_PROPERTY(LaunchpadViewModel *layout READ layout CONSTANT)
 public:
     // catalogue: the platform's application sources and launcher; input: the
     // adaptors of the activation inputs (missing ones leave their input inert).
@@ -32,6 +34,8 @@ public:
     HotCornersManager &hotCornersManager() { return *m_hotCornersManager; }
     KnockToLaunchManager &knockToLaunchManager() { return *m_knockToLaunchManager; }
     GesturesManager &gesturesManager() { return *m_gesturesManager; }
+    // The layout model, created after the migrations and loaded at once.
+    LaunchpadViewModel *layout() const { return m_layout; }
     bool overlayVisible() const { return m_overlayVisible; }
 
 public Q_SLOTS:
@@ -57,5 +61,6 @@ private:
     std::unique_ptr<AppMonitor> m_appMonitor;
     CompositionRoot m_composition;
     std::unique_ptr<GesturesManager> m_gesturesManager;
+    LaunchpadViewModel *m_layout = nullptr;
     bool m_overlayVisible = false;
 };

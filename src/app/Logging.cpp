@@ -3,3 +3,4 @@
 Q_LOGGING_CATEGORY(lcApp, "com.tillmora.Tillmora.app")
 Q_LOGGING_CATEGORY(lcPersistence, "com.tillmora.Tillmora.persistence")
 Q_LOGGING_CATEGORY(lcServices, "com.tillmora.Tillmora.services")
+Q_LOGGING_CATEGORY(lcLayout, "com.tillmora.Tillmora.layout")

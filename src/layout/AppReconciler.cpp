@@ -1,0 +1,116 @@
+#include "layout/AppReconciler.h"
+
+#include "app/Logging.h"
+#include "layout/FolderEdits.h"
+#include "layout/LayoutSanitizer.h"
+#include "layout/SlotEdits.h"
+#include "layout/SlotKey.h"
+
+namespace AppReconciler {
+
+QSet<QString> pathsOf(const QList<AppItem> &apps)
+{
+    QSet<QString> paths;
+    paths.reserve(apps.size());
+    for (const AppItem &a : apps)
+        paths.insert(a.path);
+    return paths;
+}
+
+QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidden,
+                          const QSet<QString> &folderMembers)
+{
+    QStringList slots;
+    QSet<QString> placed;
+    for (const AppItem &a : apps) {
+        if (hidden.contains(a.path) || folderMembers.contains(a.path) || placed.contains(a.path))
+            continue;
+        placed.insert(a.path);
+        slots.append(SlotKey::app(a.path));
+    }
+    return slots;
+}
+
+qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
+{
+    qsizetype cleared = 0;
+    for (qsizetype i = 0; i < edit.size(); ++i) {
+        const QString path = SlotKey::appPath(edit.at(i));
+        if (path.isEmpty() || installed.contains(path))
+            continue;
+        qCDebug(lcLayout, "🗑️ [CLEANUP] Removing deleted app from slot %ld: %s", long(i), qUtf8Printable(path));
+        edit.clear(i);
+        ++cleared;
+    }
+    return cleared;
+}
+
+bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const QSet<QString> &installed)
+{
+    bool changed = false;
+    for (qsizetype f = 0; f < folders.size();) {
+        FolderItem &folder = folders[f];
+        QStringList gone;
+        for (const QString &p : folder.appPaths)
+            if (!installed.contains(p))
+                gone.append(p);
+        if (!gone.isEmpty()) {
+            qCDebug(lcLayout, "🗑️ [CLEANUP] Removing %ld deleted apps from folder '%s'", long(gone.size()),
+                    qUtf8Printable(folder.name));
+            for (const QString &p : gone) {
+                folder.appPaths.removeAll(p);
+                folder.originalGridSlots.remove(p);
+                for (QString &cell : folder.slots)
+                    if (SlotKey::appPath(cell) == p)
+                        cell.clear();
+            }
+            changed = true;
+        }
+        if (folder.appPaths.isEmpty() && folder.systemFolderPaths.isEmpty() && !gone.isEmpty()) {
+            qCDebug(lcLayout, "🗑️ [CLEANUP] Folder '%s' is now empty, marking for deletion",
+                    qUtf8Printable(folder.name));
+            FolderEdits::deleteFolder(edit, folders, f);
+            continue;
+        }
+        ++f;
+    }
+    return changed;
+}
+
+qsizetype placeNewApps(SlotEdit &edit, const QList<AppItem> &apps, const QList<FolderItem> &folders,
+                       const QSet<QString> &hidden)
+{
+    QSet<QString> placed = LayoutSanitizer::folderMemberPaths(folders);
+    for (const QString &key : edit.slots()) {
+        const QString path = SlotKey::appPath(key);
+        if (!path.isEmpty())
+            placed.insert(path);
+    }
+    qsizetype inserted = 0;
+    qsizetype full = 0; // cells before this one are known to be occupied
+    for (const AppItem &a : apps) {
+        if (placed.contains(a.path) || hidden.contains(a.path))
+            continue;
+        placed.insert(a.path);
+        full = SlotEdits::insertKey(edit, SlotKey::app(a.path), full) + 1;
+        ++inserted;
+    }
+    return inserted;
+}
+
+qsizetype clearHiddenApps(SlotEdit &edit, const QSet<QString> &hidden)
+{
+    qsizetype cleared = 0;
+    for (qsizetype i = 0; i < edit.size(); ++i) {
+        const QString path = SlotKey::appPath(edit.at(i));
+        if (path.isEmpty() || !hidden.contains(path))
+            continue;
+        qCDebug(lcLayout, "👁️ [HIDE LOG] Hidden app %s was on the grid at slot %ld, clearing it",
+                qUtf8Printable(path), long(i));
+        edit.clear(i);
+        ++cleared;
+    }
+    return cleared;
+}
+
+}

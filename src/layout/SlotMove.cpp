@@ -1,0 +1,208 @@
+#include "layout/SlotMove.h"
+
+#include "app/Logging.h"
+#include "layout/SlotEdits.h"
+#include "layout/SlotKey.h"
+
+#define DRAG_LOG(...) qCDebug(lcLayout, __VA_ARGS__)
+
+namespace SlotMove {
+
+namespace {
+
+// Nearest empty cell walking from `from` by `step` while inside [lo, hi];
+// a widget cell ends the walk, as a shift must not move widget markers.
+qsizetype nearestEmpty(const SlotEdit &edit, qsizetype from, qsizetype step, qsizetype lo, qsizetype hi)
+{
+    for (qsizetype i = from; i >= lo && i <= hi; i += step) {
+        const QString key = edit.at(i);
+        if (key.isEmpty())
+            return i;
+        if (SlotKey::isWidgetMarker(key))
+            return -1;
+    }
+    return -1;
+}
+
+Outcome placeKeyNotOnGrid(SlotEdit &edit, const QString &key, qsizetype target, int rows)
+{
+    DRAG_LOG("🔄 [DRAG LOG] Item %s not found in slots, adding to target position %ld", qUtf8Printable(key),
+             long(target));
+    const QString displaced = edit.at(target);
+    edit.set(target, key);
+    if (displaced.isEmpty()) {
+        DRAG_LOG("🔄 [DRAG LOG] Target slot %ld was empty, simple placement completed", long(target));
+        return Outcome::Moved;
+    }
+    DRAG_LOG("🔄 [DRAG LOG] Target slot %ld was occupied by %s, need to relocate it", long(target),
+             qUtf8Printable(displaced));
+    const Span page = pageOf(target, rows);
+    edit.padTo(page.end);
+    const qsizetype empty = SlotEdits::firstEmpty(edit, target + 1, page.end);
+    if (empty >= 0) {
+        edit.set(empty, displaced);
+        DRAG_LOG("🔄 [DRAG LOG] Moved displaced item %s to empty slot %ld", qUtf8Printable(displaced), long(empty));
+        return Outcome::Moved;
+    }
+    // The next page's first cell, unless something already stands there: an
+    // occupied cell is never overwritten, the next empty cell after it is taken.
+    edit.padTo(page.end + 1);
+    qsizetype dest = SlotEdits::firstEmpty(edit, page.end);
+    if (dest < 0)
+        dest = edit.size();
+    edit.set(dest, displaced);
+    DRAG_LOG("🔄 [DRAG LOG] No empty slots on page, moved %s to new page at slot %ld", qUtf8Printable(displaced),
+             long(dest));
+    return Outcome::Moved;
+}
+
+void shift(SlotEdit &edit, qsizetype empty, qsizetype target)
+{
+    const qsizetype step = empty < target ? 1 : -1;
+    for (qsizetype i = empty; i != target; i += step) {
+        const QString moved = edit.at(i + step);
+        edit.set(i, moved);
+        DRAG_LOG("🔄 [DRAG LOG] Shifted %s from slot %ld to slot %ld", qUtf8Printable(moved), long(i + step),
+                 long(i));
+    }
+}
+
+bool tryRowShift(SlotEdit &edit, const QString &key, qsizetype from, qsizetype target)
+{
+    const Span row = rowOf(target, edit.size());
+    const qsizetype left = nearestEmpty(edit, target - 1, -1, row.start, target - 1);
+    const qsizetype right =
+        left < 0 && target < row.end - 1 ? nearestEmpty(edit, target + 1, 1, target + 1, row.end - 1) : -1;
+    if (left < 0 && right < 0)
+        return false;
+
+    DRAG_LOG("🔄 [DRAG LOG] Found empty slots in row, performing shift operation");
+    const qsizetype empty = left >= 0 ? left : right;
+    if (left >= 0) {
+        DRAG_LOG("🔄 [DRAG LOG] Will shift left, empty slot found at %ld", long(empty));
+        DRAG_LOG("🔄 [DRAG LOG] Executing left shift operation");
+    } else {
+        DRAG_LOG("🔄 [DRAG LOG] Will shift right, empty slot found at %ld", long(empty));
+        DRAG_LOG("🔄 [DRAG LOG] Executing right shift operation");
+    }
+    shift(edit, empty, target);
+    edit.set(target, key);
+    DRAG_LOG("🔄 [DRAG LOG] Placed %s at target slot %ld", qUtf8Printable(key), long(target));
+    if (edit.at(from) == key) {
+        edit.clear(from);
+        return true;
+    }
+    DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld after shift because it no longer contains %s",
+             long(from), qUtf8Printable(key));
+    // The shift ran over the dragged key's own cell and carried it one step.
+    const bool carried = left >= 0 ? (from > empty && from < target) : (from > target && from < empty);
+    const qsizetype copy = left >= 0 ? from - 1 : from + 1;
+    if (carried && edit.at(copy) == key) {
+        edit.clear(copy);
+        DRAG_LOG("🔄 [DRAG LOG] Cleared shifted copy of %s at slot %ld", qUtf8Printable(key), long(copy));
+    }
+    return true;
+}
+
+bool tryPageRelocation(SlotEdit &edit, const QString &key, const QString &occupant, qsizetype from,
+                       qsizetype target, int rows)
+{
+    DRAG_LOG("🔄 [DRAG LOG] No empty slots in row, searching for empty slots on page");
+    const Span page = pageOf(target, rows);
+    edit.padTo(page.end);
+    qsizetype empty = SlotEdits::firstEmpty(edit, target + 1, page.end);
+    for (qsizetype i = target - 1; empty < 0 && i >= page.start; --i)
+        if (edit.isEmptyAt(i))
+            empty = i;
+    if (empty < 0)
+        return false;
+    DRAG_LOG("🔄 [DRAG LOG] Found empty slot at %ld, moving displaced item there", long(empty));
+    edit.set(empty, occupant);
+    edit.set(target, key);
+    if (edit.at(from) == key)
+        edit.clear(from);
+    else
+        DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld (page relocation) because it no longer contains %s",
+                 long(from), qUtf8Printable(key));
+    DRAG_LOG("🔄 [DRAG LOG] Moved: %s to %ld, %s to %ld", qUtf8Printable(key), long(target),
+             qUtf8Printable(occupant), long(empty));
+    return true;
+}
+
+} // namespace
+
+Span rowOf(qsizetype slot, qsizetype length)
+{
+    const qsizetype start = slot & ~(kRowWidth - 1);
+    return {start, std::min(start + kRowWidth, length)};
+}
+
+Span pageOf(qsizetype slot, int rows)
+{
+    const qsizetype capacity = qsizetype(std::max(1, rows)) * kRowWidth;
+    const qsizetype start = (slot / capacity) * capacity;
+    return {start, start + capacity};
+}
+
+Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
+                       std::optional<qsizetype> knownFrom)
+{
+    if (key.isEmpty())
+        return Outcome::Refused;
+    const qsizetype target = std::max<qsizetype>(0, toIndex);
+    if (SlotKey::isWidgetMarker(key)) {
+        DRAG_LOG("🔄 [DRAG LOG] %s is a widget cell; widgets are moved with moveWidget", qUtf8Printable(key));
+        return Outcome::Refused;
+    }
+    if (SlotKey::isWidgetMarker(edit.at(target))) {
+        DRAG_LOG("🔄 [DRAG LOG] Target slot %ld belongs to widget area, %s not moved", long(target),
+                 qUtf8Printable(key));
+        return Outcome::Refused;
+    }
+
+    edit.padTo(target + 1);
+    const qsizetype from = knownFrom ? *knownFrom : edit.indexOf(key);
+    if (from < 0)
+        return placeKeyNotOnGrid(edit, key, target, rows);
+
+    if (from == target) {
+        DRAG_LOG("🔄 [DRAG LOG] %s dropped on same slot %ld, no movement needed", qUtf8Printable(key), long(target));
+        return Outcome::Unchanged;
+    }
+    DRAG_LOG("🔄 [DRAG LOG] Moving %s from slot %ld to slot %ld", qUtf8Printable(key), long(from), long(target));
+
+    const QString occupant = edit.at(target);
+    if (occupant == key) {
+        edit.clear(from);
+        DRAG_LOG("🔄 [DRAG LOG] Duplicate detected at target=%ld. Cleared original slot %ld and kept %s at target",
+                 long(target), long(from), qUtf8Printable(key));
+        return Outcome::Moved;
+    }
+    if (SlotKey::isEmptyOrMalformed(occupant)) {
+        edit.set(target, key);
+        if (edit.at(from) == key)
+            edit.clear(from);
+        else
+            DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld because it no longer contains %s", long(from),
+                     qUtf8Printable(key));
+        DRAG_LOG("🔄 [DRAG LOG] Simple move: %s moved from %ld to %ld (target was empty or malformed)",
+                 qUtf8Printable(key), long(from), long(target));
+        return Outcome::Moved;
+    }
+
+    DRAG_LOG("🔄 [DRAG LOG] Target slot %ld is occupied by %s, attempting shift operation", long(target),
+             qUtf8Printable(occupant));
+    if (tryRowShift(edit, key, from, target))
+        return Outcome::Moved;
+    if (tryPageRelocation(edit, key, occupant, from, target, rows))
+        return Outcome::Moved;
+
+    DRAG_LOG("🔄 [DRAG LOG] No empty slots found on page, performing simple swap");
+    edit.set(from, occupant);
+    edit.set(target, key);
+    DRAG_LOG("🔄 [DRAG LOG] Swapped: %s moved to %ld, %s moved to %ld", qUtf8Printable(key), long(target),
+             qUtf8Printable(occupant), long(from));
+    return Outcome::Moved;
+}
+
+}

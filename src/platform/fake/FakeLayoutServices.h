@@ -1,0 +1,131 @@
+#pragma once
+
+#include "catalogue/AppsRepository.h"
+#include "layout/LayoutServices.h"
+#include "organise/WorkflowsRepository.h"
+#include "storage/FoldersRepository.h"
+#include "storage/HiddenAppsService.h"
+#include "storage/OrderRepository.h"
+#include "storage/WidgetsRepository.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+#include <atomic>
+
+// In-memory stand-ins for the layout's repositories, for tests, benchmarks
+// and tools that must not touch the user's settings.
+
+// The installed applications as a test sets them; fetch() runs on a worker.
+class FakeAppsRepository final : public AppsRepository {
+public:
+    QList<AppItem> fetch() const override
+    {
+        ++m_fetches;
+        QMutexLocker lock(&m_mutex);
+        return m_apps;
+    }
+    void setApps(const QList<AppItem> &apps)
+    {
+        QMutexLocker lock(&m_mutex);
+        m_apps = apps;
+    }
+    QList<AppItem> apps() const
+    {
+        QMutexLocker lock(&m_mutex);
+        return m_apps;
+    }
+    int fetchCount() const { return m_fetches; }
+
+private:
+    mutable QMutex m_mutex;
+    QList<AppItem> m_apps;
+    mutable std::atomic<int> m_fetches{0};
+};
+
+class FakeFoldersRepository final : public FoldersRepository {
+public:
+    QList<FolderItem> stored;
+    int saves = 0;
+    QList<FolderItem> loadAll() const override { return stored; }
+    void saveAll(const QList<FolderItem> &folders) override
+    {
+        stored = folders;
+        ++saves;
+    }
+};
+
+class FakeOrderRepository final : public OrderRepository {
+public:
+    QStringList storedSlots;
+    int slotSaves = 0;
+    QStringList appOrder() const override { return m_app; }
+    void setAppOrder(const QStringList &order) override { m_app = order; }
+    QStringList folderOrder() const override { return m_folder; }
+    void setFolderOrder(const QStringList &order) override { m_folder = order; }
+    QStringList combinedOrder() const override { return m_combined; }
+    void setCombinedOrder(const QStringList &order) override { m_combined = order; }
+    QStringList slots() const override { return storedSlots; }
+    void setSlots(const QStringList &slots) override
+    {
+        storedSlots = slots;
+        ++slotSaves;
+    }
+
+private:
+    QStringList m_app, m_folder, m_combined;
+};
+
+class FakeWidgetsRepository final : public WidgetsRepository {
+public:
+    QList<WidgetItem> stored;
+    QList<WidgetItem> load() const override { return stored; }
+    void save(const QList<WidgetItem> &widgets) override { stored = widgets; }
+};
+
+class FakeWorkflowsRepository final : public WorkflowsRepository {
+public:
+    QList<WorkflowItem> stored;
+    QList<WorkflowItem> load() const override { return stored; }
+    void save(const QList<WorkflowItem> &workflows) override { stored = workflows; }
+};
+
+class FakeHiddenAppsService final : public HiddenAppsService {
+public:
+    QStringList stored;
+    QStringList hiddenApps() const override { return stored; }
+    void hide(const QString &path) override
+    {
+        if (!stored.contains(path))
+            stored.append(path);
+    }
+    void show(const QString &path) override { stored.removeAll(path); }
+    bool isHidden(const QString &path) const override { return stored.contains(path); }
+    qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override
+    {
+        const qsizetype before = stored.size();
+        stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
+        return before - stored.size();
+    }
+};
+
+// One of each, wired into the services the layout model takes.
+struct FakeLayoutServices {
+    std::shared_ptr<FakeAppsRepository> apps = std::make_shared<FakeAppsRepository>();
+    std::shared_ptr<FakeFoldersRepository> folders = std::make_shared<FakeFoldersRepository>();
+    std::shared_ptr<FakeOrderRepository> order = std::make_shared<FakeOrderRepository>();
+    std::shared_ptr<FakeWidgetsRepository> widgets = std::make_shared<FakeWidgetsRepository>();
+    std::shared_ptr<FakeWorkflowsRepository> workflows = std::make_shared<FakeWorkflowsRepository>();
+    std::shared_ptr<FakeHiddenAppsService> hidden = std::make_shared<FakeHiddenAppsService>();
+
+    LayoutServices services() const
+    {
+        LayoutServices s;
+        s.appsRepo = apps;
+        s.foldersRepo = folders;
+        s.orderRepo = order;
+        s.widgetsRepo = widgets;
+        s.workflowsRepo = workflows;
+        s.hiddenAppsService = hidden;
+        return s;
+    }
+};
