@@ -13,7 +13,7 @@ packages=(
   qt6-qpa-plugins qt6-wayland
   qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-controls
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript
-  qml6-module-qttest qml6-module-qt-labs-platform qml6-module-qt5compat-graphicaleffects
+  qml6-module-qttest qml6-module-qtqml
   libsqlite3-dev libarchive-dev libplist-dev libglib2.0-dev
   libxcb1-dev libxcb-keysyms1-dev libxcb-xinput-dev libx11-xcb-dev libevdev-dev
   xvfb xauth xdotool imagemagick x11-utils libgl1-mesa-dri hicolor-icon-theme adwaita-icon-theme

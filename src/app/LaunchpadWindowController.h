@@ -2,6 +2,7 @@
 
 #include "app/CompositionRoot.h"
 #include "input/InputPlatform.h"
+#include "layout/LaunchpadViewModel.h"
 
 #include <QObject>
 #include <memory>
@@ -11,7 +12,6 @@ class GesturesManager;
 class HotCornersManager;
 class HotKeyManager;
 class KnockToLaunchManager;
-class LaunchpadViewModel;
 class UserDefaultsStoreType;
 
 // Owns the composition and the services for the life of the process, and the

@@ -5,7 +5,7 @@
 
 // Cutting the flat slot list into pages of columns x rows cells.
 struct PageGeometry {
-    int columns = 7;
+    int columns = 8;
     int rows = 5;
 
     int capacity() const { return std::max(1, columns) * std::max(1, rows); }

@@ -223,8 +223,7 @@ QString GridPresenter::keyAt(int page, int localIndex) const
 {
     if (page < 0 || localIndex < 0 || localIndex >= m_layout.geometry().capacity())
         return {};
-    const QStringList &slots = m_preview ? *m_preview : m_layout.slots();
-    return SlotList::at(slots, m_layout.absoluteSlot(page, localIndex));
+    return SlotList::at(m_layout.slots(), m_layout.absoluteSlot(page, localIndex));
 }
 
 QString GridPresenter::kindOf(const QString &key) const
@@ -348,6 +347,14 @@ void GridPresenter::previewDrop(const QString &key, int page, int localIndex)
         SlotMove::moveKeyInSlots(edit, key, target, m_layout.gridRows());
         m_preview = copy;
     }
+    rebuildPages();
+}
+
+void GridPresenter::cancelPreview()
+{
+    if (!m_preview)
+        return;
+    m_preview.reset();
     rebuildPages();
 }
 

@@ -75,7 +75,8 @@ public:
     void setDisplayProfile(const DisplayProfile &display);
     void notifyShown();
 
-    // Cells, for keyboard navigation and hover decisions.
+    // Cells as they really are (not as a drag preview shows them), for
+    // keyboard navigation and hover decisions.
     Q_INVOKABLE QString keyAt(int page, int localIndex) const;
     Q_INVOKABLE QString kindOf(const QString &key) const;
     Q_INVOKABLE QString entryIdOf(const QString &key) const;
@@ -93,6 +94,8 @@ public:
     Q_INVOKABLE void beginDrag(const QString &key, int page, int localIndex);
     // Shows where the dragged key would go if dropped on this cell.
     Q_INVOKABLE void previewDrop(const QString &key, int page, int localIndex);
+    // Shows the grid as it really is again.
+    Q_INVOKABLE void cancelPreview();
     Q_INVOKABLE bool drop(const QString &key, int page, int localIndex);
     Q_INVOKABLE void cancelDrag();
     // direction -1 = previous page, +1 = next page.

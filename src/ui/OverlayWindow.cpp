@@ -15,7 +15,7 @@
 #include <QScreen>
 
 OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresenter &presenter,
-                             std::function<QString(const QString &)> iconResolver, QObject *parent)
+                             std::function<QIcon(const QString &)> iconResolver, QObject *parent)
     : QObject(parent)
     , m_controller(controller)
     , m_presenter(presenter)

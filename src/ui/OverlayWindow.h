@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QIcon>
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class BackdropProvider;
@@ -14,7 +16,7 @@ class OverlayWindow : public QObject {
     Q_OBJECT
 public:
     OverlayWindow(LaunchpadWindowController &controller, GridPresenter &presenter,
-                  std::function<QString(const QString &)> iconResolver, QObject *parent = nullptr);
+                  std::function<QIcon(const QString &)> iconResolver, QObject *parent = nullptr);
     ~OverlayWindow() override;
 
     QQuickView *view() const { return m_view.get(); }

@@ -223,6 +223,7 @@ private Q_SLOTS:
         slots << "" << appKey("K");
         names << "K";
         auto &model = loaded(fx, slots, names);
+        model.setGridColumns(7);
         QCOMPARE(model.gridColumns(), 7);
         model.moveKeyInSlots(appKey("K"), 3);
         QCOMPARE(model.slots().at(3), appKey("K"));

@@ -100,7 +100,7 @@ void GridPresenterTest::renamesShowAndPagesFollowTheList()
     f.presenter->renameApp(QStringLiteral("A:/apps/A1.app"), QStringLiteral("Renamed"));
     QTRY_COMPARE(f.presenter->pagesModel().page(0)->cells().at(1).title, QStringLiteral("Renamed"));
 
-    QSignalSpy pages(f.presenter, &GridPresenter::pageCountChanged);
+    QSignalSpy pages(f.presenter.get(), &GridPresenter::pageCountChanged);
     f.model->moveKeyInSlots(QStringLiteral("A:/apps/A2.app"), 45); // on the second page of 40
     QTRY_COMPARE(f.presenter->pageCount(), 2);
     QCOMPARE(f.presenter->keyAt(1, 5), QStringLiteral("A:/apps/A2.app"));

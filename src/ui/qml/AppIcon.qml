@@ -31,7 +31,8 @@ Item {
         anchors.top: parent.top
         anchors.topMargin: Math.max(0, (parent.height - root.iconSize - (label.visible ? label.height + 8 : 0)) / 2)
         source: root.iconPath.length > 0 ? "image://icon/" + encodeURIComponent(root.iconPath) : ""
-        sourceSize: Qt.size(root.iconSize, root.iconSize)
+        sourceSize.width: root.iconSize
+        sourceSize.height: root.iconSize
         asynchronous: true
         smooth: true
         mipmap: true

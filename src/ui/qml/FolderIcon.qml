@@ -37,7 +37,8 @@ Item {
                     width: root.iconSize * 0.24
                     height: width
                     source: "image://icon/" + encodeURIComponent(modelData)
-                    sourceSize: Qt.size(64, 64)
+                    sourceSize.width: 64
+                    sourceSize.height: 64
                     asynchronous: true
                     smooth: true
                 }

@@ -6,7 +6,7 @@ import QtQuick.Controls.Basic
 // back on the main grid.
 Item {
     id: panel
-    property var overlay
+    property var host
     property bool opened: false
     property int selectedIndex: -1
     anchors.fill: parent
@@ -72,7 +72,7 @@ Item {
             snapMode: ListView.SnapOneItem
             highlightRangeMode: ListView.StrictlyEnforceRange
             boundsBehavior: Flickable.StopAtBounds
-            interactive: panel.overlay.dragKey.length === 0
+            interactive: panel.host.dragKey.length === 0
             model: grid.folderPages
             delegate: Item {
                 id: folderPage
@@ -94,7 +94,7 @@ Item {
                         width: box.cell
                         height: box.cell
                         visible: kind !== "empty"
-                        opacity: key === panel.overlay.dragKey ? 0.25 : 1
+                        opacity: key === panel.host.dragKey ? 0.25 : 1
                         AppIcon {
                             anchors.fill: parent
                             iconPath: member.iconPath
@@ -110,35 +110,35 @@ Item {
                             property bool dragging: false
                             onPressed: (mouse) => { pressPoint = Qt.point(mouse.x, mouse.y); dragging = false }
                             onPositionChanged: (mouse) => {
-                                const p = mapToItem(panel.overlay, mouse.x, mouse.y)
+                                const p = mapToItem(panel.host, mouse.x, mouse.y)
                                 if (!dragging && Math.abs(mouse.x - pressPoint.x) + Math.abs(mouse.y - pressPoint.y) > 12) {
                                     dragging = true
-                                    panel.overlay.beginFolderDrag(grid.openFolderId, member.key, member.iconPath, member.title, p)
+                                    panel.host.beginFolderDrag(grid.openFolderId, member.key, member.iconPath, member.title, p)
                                 }
                                 if (dragging)
-                                    panel.overlay.dragPoint = p
-                                if (dragging && !panel.contains(panel.mapFromItem(panel.overlay, p.x, p.y)))
-                                    panel.overlay.moveDrag(p)
+                                    panel.host.dragPoint = p
+                                if (dragging && !panel.contains(panel.mapFromItem(panel.host, p.x, p.y)))
+                                    panel.host.moveDrag(p)
                             }
                             onReleased: (mouse) => {
                                 if (!dragging)
                                     return
                                 dragging = false
-                                const p = mapToItem(panel.overlay, mouse.x, mouse.y)
+                                const p = mapToItem(panel.host, mouse.x, mouse.y)
                                 if (panel.opened) {
-                                    const q = folderPages.mapFromItem(panel.overlay, p.x, p.y)
+                                    const q = folderPages.mapFromItem(panel.host, p.x, p.y)
                                     const local = Math.floor(q.y / box.cell) * grid.folderColumns + Math.floor(q.x / box.cell)
                                     if (q.x >= 0 && q.y >= 0 && q.x < folderPages.width && q.y < folderPages.height)
                                         grid.moveInFolder(grid.openFolderId, member.key, folderPages.currentIndex, local)
-                                    panel.overlay.cancelDrag()
+                                    panel.host.cancelDrag()
                                 } else {
-                                    panel.overlay.endDrag(p)
+                                    panel.host.endDrag(p)
                                 }
                             }
                             onClicked: (mouse) => {
                                 if (mouse.button === Qt.RightButton)
-                                    panel.overlay.openContextMenu(member.key, member.kind, member.title, "", grid.openFolderId,
-                                                                  mapToItem(panel.overlay, mouse.x, mouse.y))
+                                    panel.host.openContextMenu(member.key, member.kind, member.title, "", grid.openFolderId,
+                                                                  mapToItem(panel.host, mouse.x, mouse.y))
                                 else
                                     grid.activate(member.key)
                             }

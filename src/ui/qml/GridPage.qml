@@ -13,7 +13,7 @@ Item {
     property int selectedIndex: -1
     property string highlightKey: ""
     property string draggedKey: ""
-    property var overlay
+    property var host
 
     readonly property real cellWidth: width / columns
     readonly property real cellHeight: height / rows
@@ -51,7 +51,9 @@ Item {
             y: Math.floor(index / page.columns) * page.cellHeight
             width: page.cellWidth * (kind === "widget" ? spanColumns : 1)
             height: page.cellHeight * (kind === "widget" ? spanRows : 1)
-            visible: kind !== "empty" && kind !== "blocked"
+            // Always visible: while a drag is previewed this cell may show
+            // another key or none, and its mouse area must keep the grab.
+            readonly property bool occupied: kind !== "empty" && kind !== "blocked"
             opacity: key === page.draggedKey ? 0.25 : 1
             Behavior on x { enabled: page.draggedKey.length > 0; NumberAnimation { duration: 160; easing.type: Easing.OutCubic } }
             Behavior on y { enabled: page.draggedKey.length > 0; NumberAnimation { duration: 160; easing.type: Easing.OutCubic } }
@@ -106,7 +108,6 @@ Item {
 
             MouseArea {
                 anchors.fill: parent
-                enabled: cell.visible
                 acceptedButtons: Qt.LeftButton | Qt.RightButton
                 property point pressPoint
                 property bool dragging: false
@@ -117,35 +118,35 @@ Item {
                 onPositionChanged: (mouse) => {
                     if (!(mouse.buttons & Qt.LeftButton))
                         return
-                    const p = mapToItem(page.overlay, mouse.x, mouse.y)
-                    if (!dragging && Math.abs(mouse.x - pressPoint.x) + Math.abs(mouse.y - pressPoint.y) > 12) {
+                    const p = mapToItem(page.host, mouse.x, mouse.y)
+                    if (!dragging && cell.occupied && Math.abs(mouse.x - pressPoint.x) + Math.abs(mouse.y - pressPoint.y) > 12) {
                         dragging = true
-                        page.overlay.beginDrag(cell.key, cell.kind, cell.iconPath, cell.title, cell.entryId,
+                        page.host.beginDrag(cell.key, cell.kind, cell.iconPath, cell.title, cell.entryId,
                                                page.pageIndex, cell.index, p)
                     }
                     if (dragging)
-                        page.overlay.moveDrag(p)
+                        page.host.moveDrag(p)
                 }
                 onReleased: (mouse) => {
                     if (dragging) {
                         dragging = false
-                        page.overlay.endDrag(mapToItem(page.overlay, mouse.x, mouse.y))
+                        page.host.endDrag(mapToItem(page.host, mouse.x, mouse.y))
                     }
                 }
                 onCanceled: {
                     if (dragging) {
                         dragging = false
-                        page.overlay.cancelDrag()
+                        page.host.cancelDrag()
                     }
                 }
                 onClicked: (mouse) => {
-                    if (dragging)
+                    if (dragging || !cell.occupied)
                         return
                     if (mouse.button === Qt.RightButton)
-                        page.overlay.openContextMenu(cell.key, cell.kind, cell.title, cell.entryId, "",
-                                                     mapToItem(page.overlay, mouse.x, mouse.y))
+                        page.host.openContextMenu(cell.key, cell.kind, cell.title, cell.entryId, "",
+                                                     mapToItem(page.host, mouse.x, mouse.y))
                     else
-                        page.overlay.activateCell(cell.key, cell.kind, cell.entryId)
+                        page.host.activateCell(cell.key, cell.kind, cell.entryId)
                 }
             }
         }

@@ -68,25 +68,32 @@ FocusScope {
             edge !== 0 ? edgeTimer.restart() : edgeTimer.stop()
         }
         const local = pageLocalIndexAt(point)
+        // Merging is decided on the grid as it is, not on the preview.
         const target = local >= 0 ? grid.keyAt(pages.currentIndex, local) : ""
         const canMerge = (dragKind === "app" || dragFolderId.length > 0) && target !== dragKey
                          && pageNearCellCenter(point)
                          && (grid.kindOf(target) === "app" || grid.kindOf(target) === "folder")
-        if (!canMerge && dragKind !== "widget" && dragFolderId.length === 0 && local >= 0 && local !== previewLocal) {
-            previewLocal = local
-            grid.previewDrop(dragKey, pages.currentIndex, local)
+        if (canMerge) {
+            if (target !== hoverKey) {
+                hoverKey = target
+                previewLocal = -1
+                reorderTimer.stop()
+                grid.cancelPreview()
+                folderTimer.restart()
+            }
+            return
         }
-        if (canMerge && target !== hoverKey) {
-            hoverKey = target
-            folderTimer.restart()
-        } else if (!canMerge) {
-            hoverKey = ""
-            folderTimer.stop()
+        hoverKey = ""
+        folderTimer.stop()
+        if (dragKind !== "widget" && dragFolderId.length === 0 && local >= 0 && local !== previewLocal) {
+            previewLocal = local
+            reorderTimer.restart()
         }
     }
     function endDrag(point) {
         edgeTimer.stop()
         folderTimer.stop()
+        reorderTimer.stop()
         const local = pageLocalIndexAt(point)
         if (dragFolderId.length > 0)
             grid.dropOutOfFolder(dragFolderId, dragKey, pages.currentIndex, local)
@@ -99,7 +106,7 @@ FocusScope {
         dragKey = ""; hoverKey = ""; dragFolderId = ""; previewLocal = -1
     }
     function cancelDrag() {
-        edgeTimer.stop(); folderTimer.stop()
+        edgeTimer.stop(); folderTimer.stop(); reorderTimer.stop()
         grid.cancelDrag()
         dragKey = ""; hoverKey = ""; dragFolderId = ""; previewLocal = -1
     }
@@ -116,6 +123,15 @@ FocusScope {
                 pages.currentIndex = grid.currentPage
                 overlay.previewLocal = -1
             }
+        }
+    }
+    // The icons make room once the pointer rests on a cell for a moment.
+    Timer {
+        id: reorderTimer
+        interval: 180
+        onTriggered: {
+            if (overlay.dragKey.length > 0 && overlay.previewLocal >= 0)
+                grid.previewDrop(overlay.dragKey, pages.currentIndex, overlay.previewLocal)
         }
     }
     Timer {
@@ -145,7 +161,7 @@ FocusScope {
         folderPanel.open()
     }
     function openContextMenu(key, kind, title, entryId, folderId, point) {
-        contextMenu.key = key; contextMenu.kind = kind; contextMenu.title = title
+        contextMenu.key = key; contextMenu.kind = kind; contextMenu.name = title
         contextMenu.entryId = entryId; contextMenu.folderId = folderId
         contextMenu.popup(overlay, point.x, point.y)
     }
@@ -253,7 +269,7 @@ FocusScope {
                 rows: grid.rows
                 iconSize: grid.iconSize
                 showLabels: grid.showLabels
-                overlay: overlay
+                host: overlay
                 draggedKey: overlay.dragKey
                 highlightKey: overlay.hoverKey
                 selectedIndex: pageIndex === pages.currentIndex && !overlay.searching ? overlay.selectedIndex : -1
@@ -321,7 +337,7 @@ FocusScope {
     // --- open folder -----------------------------------------------------
     FolderPanel {
         id: folderPanel
-        overlay: overlay
+        host: overlay
     }
 
     // --- drag proxy ------------------------------------------------------
@@ -353,7 +369,7 @@ FocusScope {
         id: contextMenu
         property string key
         property string kind
-        property string title
+        property string name
         property string entryId
         property string folderId
         MenuItem {
@@ -363,7 +379,7 @@ FocusScope {
         MenuItem {
             text: qsTr("Rename…")
             enabled: contextMenu.kind === "app" || contextMenu.kind === "folder"
-            onTriggered: renameDialog.ask(contextMenu.key, contextMenu.kind, contextMenu.title, contextMenu.entryId)
+            onTriggered: renameDialog.ask(contextMenu.key, contextMenu.kind, contextMenu.name, contextMenu.entryId)
         }
         MenuItem {
             text: qsTr("Hide")
@@ -440,7 +456,8 @@ FocusScope {
                     width: 32; height: 32
                     anchors.verticalCenter: parent.verticalCenter
                     source: "image://icon/" + encodeURIComponent(parent.iconPath)
-                    sourceSize: Qt.size(32, 32)
+                    sourceSize.width: 32
+                    sourceSize.height: 32
                     asynchronous: true
                 }
                 Label {

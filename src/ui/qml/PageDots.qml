@@ -10,6 +10,7 @@ Row {
     Repeater {
         model: root.count
         Rectangle {
+            required property int index
             width: 10
             height: 10
             radius: 5

@@ -1,3 +1,4 @@
+import QtQml
 import QtQuick
 
 // A widget drawn across its cells: a clock or a date for now.
