@@ -10,6 +10,18 @@
 
 namespace {
 
+// Without a desktop session Qt knows no theme; the common desktop themes give
+// far more icons than hicolor alone, so the first one installed is used.
+QString installedDefaultTheme()
+{
+    for (const char *theme : {"Adwaita", "breeze", "elementary", "Papirus", "Yaru"}) {
+        for (const QString &root : AppIconLookupImpl::themeSearchPaths())
+            if (QFileInfo::exists(root + u'/' + QLatin1String(theme) + QStringLiteral("/index.theme")))
+                return QLatin1String(theme);
+    }
+    return QStringLiteral("hicolor");
+}
+
 void configureSearchPaths()
 {
     static std::once_flag once;
@@ -19,8 +31,8 @@ void configureSearchPaths()
         // Every desktop ships hicolor; it is where applications install
         // icons. Without a desktop theme Qt looks up no theme at all.
         QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
-        if (QIcon::themeName().isEmpty())
-            QIcon::setThemeName(QStringLiteral("hicolor"));
+        if (QIcon::themeName().isEmpty() || QIcon::themeName() == QLatin1String("hicolor"))
+            QIcon::setThemeName(installedDefaultTheme());
     });
 }
 

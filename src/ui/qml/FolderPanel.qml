@@ -27,7 +27,7 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: Qt.rgba(0, 0, 0, 0.35)
+        color: Qt.rgba(0, 0, 0, 0.5)
         MouseArea { anchors.fill: parent; onClicked: panel.close() }
     }
 
@@ -38,7 +38,7 @@ Item {
         height: cell * grid.folderRows + title.height + 72 + (grid.folderPageCount > 1 ? 24 : 0)
         anchors.centerIn: parent
         radius: 36
-        color: Qt.rgba(0.16, 0.19, 0.27, 0.92)
+        color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
         border.color: Qt.rgba(1, 1, 1, 0.25)
         MouseArea { anchors.fill: parent } // clicks inside do not close
 

@@ -178,6 +178,7 @@ FocusScope {
         anchors.fill: parent
         visible: grid.hasBackdrop
         source: grid.hasBackdrop ? "image://backdrop/" + grid.backdropRevision : ""
+        opacity: 0.8 // a little of the glass colour shows through
         cache: false
         smooth: true
         fillMode: Image.Stretch
