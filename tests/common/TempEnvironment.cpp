@@ -26,6 +26,9 @@ TempEnvironment::TempEnvironment()
 TempEnvironment::~TempEnvironment()
 {
     for (int i = 0; i < 4; ++i) {
+        // A newer environment made before this one ended owns the variables now.
+        if (!qgetenv(kVariables[i]).startsWith(m_dir.path().toLocal8Bit()))
+            continue;
         if (m_saved[i].isNull())
             qunsetenv(kVariables[i]);
         else

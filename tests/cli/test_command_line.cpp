@@ -1,0 +1,225 @@
+// The real `tillmora` executable in temporary XDG folders with fixture
+// bundles: headless commands change the stored profile as the model would,
+// a running launcher carries commands out itself, and every rejected command
+// leaves the stored data byte for byte as it was.
+#include "CatalogueFixtures.h"
+#include "common/TempEnvironment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+}
+
+class CommandLineTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<TempEnvironment> env;
+    QString apps;
+
+    QProcessEnvironment processEnvironment() const
+    {
+        QProcessEnvironment pe = QProcessEnvironment::systemEnvironment();
+        pe.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        pe.insert(QStringLiteral("TILLMORA_APP_DIRS"), apps);
+        // No desktop entries of the machine: only the fixture bundles.
+        pe.insert(QStringLiteral("XDG_DATA_DIRS"), env->path(QStringLiteral("no-share")));
+        pe.remove(QStringLiteral("DISPLAY"));
+        return pe;
+    }
+
+    Run tillmora(const QStringList &args)
+    {
+        QProcess p;
+        p.setProcessEnvironment(processEnvironment());
+        p.start(QStringLiteral(TILLMORA_BINARY), args);
+        if (!p.waitForFinished(60000))
+            return {};
+        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+    }
+
+    QString app(const QString &name) const { return apps + u'/' + name + QStringLiteral(".app"); }
+
+    QByteArray storedBytes() const
+    {
+        QFile f(env->configDir() + QStringLiteral("/com.tillmora.Tillmora.json"));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+
+    QJsonObject layoutJson()
+    {
+        const Run r = tillmora({QStringLiteral("layout"), QStringLiteral("--json")});
+        return QJsonDocument::fromJson(r.out.toUtf8()).object();
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        env = std::make_unique<TempEnvironment>();
+        apps = env->path(QStringLiteral("Applications"));
+        for (const char *name : {"Alpha", "Bravo", "Charlie", "Delta", "Echo"})
+            CatalogueFixtures::makeBundle(apps, QLatin1String(name) + QStringLiteral(".app"),
+                                          {QStringLiteral("org.example.") + QLatin1String(name), QLatin1String(name)});
+    }
+
+    void headlessCommandsChangeTheStoredProfile()
+    {
+        Run r = tillmora({QStringLiteral("apps")});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.out.count(u'\n'), 5);
+        QVERIFY(r.out.contains(app(QStringLiteral("Alpha")) + QStringLiteral("\tAlpha\n")));
+
+        // The first load lays the apps out and saves them.
+        QJsonArray slots = layoutJson().value(QStringLiteral("slots")).toArray();
+        QCOMPARE(slots.size(), 5);
+        QCOMPARE(slots.at(0).toString(), QStringLiteral("A:") + app(QStringLiteral("Alpha")));
+
+        r = tillmora({QStringLiteral("move"), app(QStringLiteral("Alpha")), QStringLiteral("12")});
+        QCOMPARE(r.exitCode, 0);
+        slots = layoutJson().value(QStringLiteral("slots")).toArray();
+        QCOMPARE(slots.at(12).toString(), QStringLiteral("A:") + app(QStringLiteral("Alpha")));
+        QCOMPARE(slots.at(0).toString(), QString());
+
+        r = tillmora({QStringLiteral("folder"), QStringLiteral("create"), QStringLiteral("Work"), QStringLiteral("--slot"),
+                      QStringLiteral("1"), app(QStringLiteral("Bravo")), app(QStringLiteral("Charlie"))});
+        QCOMPARE(r.exitCode, 0);
+        const QString folderId = r.out.trimmed();
+        QJsonObject layout = layoutJson();
+        QCOMPARE(layout.value(QStringLiteral("slots")).toArray().at(1).toString(), QStringLiteral("F:") + folderId);
+        QCOMPARE(layout.value(QStringLiteral("folders")).toArray().at(0).toObject().value(QStringLiteral("name")).toString(),
+                 QStringLiteral("Work"));
+
+        QCOMPARE(tillmora({QStringLiteral("hide"), app(QStringLiteral("Delta"))}).exitCode, 0);
+        layout = layoutJson();
+        QCOMPARE(layout.value(QStringLiteral("hiddenApps")).toArray().at(0).toString(), app(QStringLiteral("Delta")));
+        QVERIFY(!layout.value(QStringLiteral("slots")).toArray().contains(QStringLiteral("A:") + app(QStringLiteral("Delta"))));
+
+        r = tillmora({QStringLiteral("widget"), QStringLiteral("add"), QStringLiteral("clock"), QStringLiteral("2x2"),
+                      QStringLiteral("--slot"), QStringLiteral("20")});
+        QCOMPARE(r.exitCode, 0);
+        const QString widgetId = r.out.trimmed();
+        const QJsonArray withWidget = layoutJson().value(QStringLiteral("slots")).toArray();
+        QCOMPARE(withWidget.at(20).toString(), QStringLiteral("W:") + widgetId);
+        QCOMPARE(withWidget.at(29).toString(), QStringLiteral("WB:") + widgetId); // rows are 8 wide
+
+        QCOMPARE(tillmora({QStringLiteral("folder"), QStringLiteral("delete"), folderId}).exitCode, 0);
+        layout = layoutJson();
+        QVERIFY(layout.value(QStringLiteral("folders")).toArray().isEmpty());
+        QVERIFY(layout.value(QStringLiteral("slots")).toArray().contains(QStringLiteral("A:") + app(QStringLiteral("Bravo"))));
+
+        // Plain layout: one line per page, tabs between cells, "-" for empty ones.
+        r = tillmora({QStringLiteral("layout")});
+        QCOMPARE(r.out.count(u'\n'), 1);
+        QCOMPARE(r.out.split(u'\n').first().split(u'\t').size(), 40);
+        QVERIFY(r.out.contains(QStringLiteral("\t-\t")));
+    }
+
+    void rejectedCommandsChangeNothing_data()
+    {
+        QTest::addColumn<QStringList>("args");
+        QTest::newRow("unknown command") << QStringList{"frobnicate"};
+        QTest::newRow("unknown option") << QStringList{"layout", "--xml"};
+        QTest::newRow("missing argument") << QStringList{"move"};
+        QTest::newRow("index not a number") << QStringList{"move", "A:/nowhere.app", "x"};
+        QTest::newRow("unknown app key") << QStringList{"place", "A:/nowhere/Ghost.app"};
+        QTest::newRow("malformed key") << QStringList{"place", "A:  "};
+        QTest::newRow("widget key moved as icon") << QStringList{"move", "W:6F1A2B3C-0000-4000-8000-000000000001", "3"};
+        QTest::newRow("unknown folder") << QStringList{"folder", "rename", "6F1A2B3C-0000-4000-8000-000000000001", "X"};
+        QTest::newRow("folder grid shape") << QStringList{"folder", "move", "nope", "A:/x.app", "1", "--grid", "9x9"};
+        QTest::newRow("folder without apps") << QStringList{"folder", "create", "Empty"};
+        QTest::newRow("widget size") << QStringList{"widget", "add", "clock", "4x4"};
+        QTest::newRow("unknown widget") << QStringList{"widget", "move", "6F1A2B3C-0000-4000-8000-000000000001", "3"};
+        QTest::newRow("hide unknown app") << QStringList{"hide", "/nowhere/Ghost.app"};
+        QTest::newRow("unhide not hidden") << QStringList{"unhide", "/nowhere/Ghost.app"};
+        QTest::newRow("defaults bad int") << QStringList{"defaults", "write", "k", "-int", "twelve"};
+        QTest::newRow("defaults bad type") << QStringList{"defaults", "write", "k", "-colour", "red"};
+        QTest::newRow("defaults unknown key") << QStringList{"defaults", "delete", "never.written"};
+    }
+
+    void rejectedCommandsChangeNothing()
+    {
+        QFETCH(QStringList, args);
+        QCOMPARE(tillmora({QStringLiteral("apps")}).exitCode, 0); // lays out and stores the first layout
+        const QByteArray before = storedBytes();
+        QVERIFY(!before.isEmpty());
+
+        const Run r = tillmora(args);
+        QCOMPARE(r.exitCode, 2);
+        QVERIFY2(r.err.startsWith(QLatin1String("tillmora: ")) && r.err.count(u'\n') == 1, qPrintable(r.err));
+        QVERIFY(r.out.isEmpty());
+        QCOMPARE(storedBytes(), before);
+    }
+
+    void defaultsReadAndWriteTypedValues()
+    {
+        QCOMPARE(tillmora({"defaults", "write", "hotKey.keyCode", "-int", "18"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "glassIntensity", "-float", "0.5"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "list", "-array", "a", "b"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "blob", "-data", "00ff"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "LaunchpadFolders_v1", "-json", "[]"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "--suite", "com.tillmora.space.X", "theme", "-string", "dark"}).exitCode, 0);
+
+        QCOMPARE(tillmora({"defaults", "read", "hotKey.keyCode"}).out, QStringLiteral("18\n"));
+        QCOMPARE(tillmora({"defaults", "read", "list"}).out.simplified(), QStringLiteral("[ \"a\", \"b\" ]"));
+        QCOMPARE(tillmora({"defaults", "read", "blob"}).out.simplified(), QStringLiteral("{ \"data\": \"AP8=\" }"));
+        QCOMPARE(tillmora({"defaults", "read", "LaunchpadFolders_v1"}).out.simplified(), QStringLiteral("[ ]"));
+        QCOMPARE(tillmora({"defaults", "read", "--suite", "com.tillmora.space.X", "theme"}).out, QStringLiteral("\"dark\"\n"));
+        const QJsonObject all = QJsonDocument::fromJson(tillmora({"defaults", "read"}).out.toUtf8()).object();
+        QCOMPARE(all.value(QStringLiteral("glassIntensity")).toDouble(), 0.5);
+        QVERIFY(!all.contains(QStringLiteral("theme"))); // that went to the Space's own suite
+
+        QCOMPARE(tillmora({"defaults", "delete", "blob"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "read", "blob"}).exitCode, 2);
+    }
+
+    void aRunningLauncherCarriesCommandsOut()
+    {
+        QProcess launcher;
+        launcher.setProcessEnvironment(processEnvironment());
+        launcher.start(QStringLiteral(TILLMORA_BINARY), {QStringLiteral("--login-item")});
+        QVERIFY(launcher.waitForStarted());
+        const auto stop = qScopeGuard([&] {
+            launcher.terminate();
+            launcher.waitForFinished(10000);
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(env->runtimeDir() + QStringLiteral("/tillmora/instance.sock")), 20000);
+
+        const Run moved = tillmora({QStringLiteral("move"), app(QStringLiteral("Echo")), QStringLiteral("0")});
+        QCOMPARE(moved.exitCode, 0);
+        const Run layout = tillmora({QStringLiteral("layout"), QStringLiteral("--json")});
+        QCOMPARE(QJsonDocument::fromJson(layout.out.toUtf8()).object().value(QStringLiteral("slots")).toArray().at(0).toString(),
+                 QStringLiteral("A:") + app(QStringLiteral("Echo")));
+        // The move was made by the launcher's own model: its log has the move.
+        QByteArray launcherLog;
+        QTRY_VERIFY2_WITH_TIMEOUT((launcherLog += launcher.readAllStandardError()).contains("[DRAG LOG] Moving A:" + app("Echo").toUtf8()),
+                                  launcherLog.right(2000).constData(), 5000);
+        QCOMPARE(tillmora({QStringLiteral("toggle")}).exitCode, 0);
+        QCOMPARE(tillmora({QStringLiteral("place"), QStringLiteral("A:/nowhere/Ghost.app")}).exitCode, 2);
+    }
+
+    void helpDocumentsEveryCommand()
+    {
+        const Run r = tillmora({QStringLiteral("--help")});
+        QCOMPARE(r.exitCode, 0);
+        for (const char *word : {"toggle", "apps", "layout", "place", "remove", "move", "hide", "unhide", "folder create",
+                                 "folder move", "folder rename", "folder delete", "widget add", "widget move",
+                                 "widget remove", "defaults read", "defaults write", "defaults delete"})
+            QVERIFY2(r.out.contains(QLatin1String(word)), word);
+        QVERIFY(tillmora({QStringLiteral("--version")}).out.startsWith(QLatin1String("tillmora ")));
+    }
+};
+
+QTEST_GUILESS_MAIN(CommandLineTest)
+#include "test_command_line.moc"
