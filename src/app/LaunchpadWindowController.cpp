@@ -1,12 +1,14 @@
 #include "app/LaunchpadWindowController.h"
 
 #include "catalogue/AppMonitor.h"
+#include "catalogue/CatalogueCache.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "input/GesturesManager.h"
 #include "input/HotCornersManager.h"
 #include "input/HotKeyManager.h"
 #include "input/KnockToLaunchManager.h"
 #include "layout/LaunchpadViewModel.h"
+#include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -40,6 +42,17 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     m_gesturesManager->setOnClose([this] { hideOverlay(); });
 
     m_layout = new LaunchpadViewModel(m_composition.layoutServices(), this);
+    // The first frame draws from the last run's catalogue; each finished scan
+    // refreshes the cache for the next start.
+    const QString cache = m_composition.fileSystemStore->pathFor(QLatin1String(CatalogueCache::kFileName));
+    m_cachedApps = CatalogueCache::load(cache);
+    m_layout->preloadApps(m_cachedApps);
+    connect(m_layout, &LaunchpadViewModel::loadFinished, this, [this, cache] {
+        if (!m_layout->isLoading() && !m_layout->apps().isEmpty() && m_layout->apps() != m_cachedApps) {
+            m_cachedApps = m_layout->apps();
+            CatalogueCache::save(cache, m_cachedApps);
+        }
+    });
     // An install or removal reloads the catalogue and reconciles the grid.
     connect(this, &LaunchpadWindowController::catalogueChanged, m_layout, &LaunchpadViewModel::loadInitial);
     m_layout->loadInitial();

@@ -62,5 +62,6 @@ private:
     CompositionRoot m_composition;
     std::unique_ptr<GesturesManager> m_gesturesManager;
     LaunchpadViewModel *m_layout = nullptr;
+    QList<AppItem> m_cachedApps;
     bool m_overlayVisible = false;
 };

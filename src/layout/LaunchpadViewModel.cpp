@@ -249,6 +249,15 @@ void LaunchpadViewModel::loadStoredLayout()
     Q_EMIT workflowsChanged();
 }
 
+void LaunchpadViewModel::preloadApps(const QList<AppItem> &apps)
+{
+    if (!m_apps.isEmpty() || apps.isEmpty())
+        return;
+    m_apps = apps;
+    m_lookup.reset();
+    Q_EMIT appsChanged();
+}
+
 void LaunchpadViewModel::startScan()
 {
     if (!m_services.appsRepo) {

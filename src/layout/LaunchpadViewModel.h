@@ -72,6 +72,10 @@ public:
     // and reconciles; returns before the scan ends (loadFinished follows).
     // A call during a load queues exactly one more load.
     Q_INVOKABLE void loadInitial();
+    // The catalogue as the last run saw it, so the first frame can show the
+    // stored grid before this run's scan ends. The scan replaces it; nothing
+    // is reconciled against it.
+    void preloadApps(const QList<AppItem> &apps);
 
     // --- Placement, removal and hiding -----------------------------------
     // First empty cell, else the end. A key already on the grid, an app that
