@@ -13,6 +13,7 @@
 #include "storage/AppearanceRepository.h"
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
+#include "ui/RenderingBackend.h"
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ int main(int argc, char **argv)
         return CommandLine::run(arguments, linuxCatalogue());
     }
 
+    RenderingBackend::chooseBeforeApplication();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tillmora"));
     QApplication::setApplicationDisplayName(QLatin1String(BundleIdentity::kProgramName));

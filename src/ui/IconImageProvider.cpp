@@ -43,14 +43,19 @@ public:
 
     void run() override
     {
-        const QString cacheKey = m_appPath + u'@' + QString::number(m_size);
+        // Apps that share an icon (a theme name, or none) share one image.
+        const QIcon icon = m_resolver ? m_resolver(m_appPath) : QIcon();
+        const QString identity = icon.isNull() ? QStringLiteral("placeholder")
+                                 : !icon.name().isEmpty() ? QStringLiteral("theme:") + icon.name()
+                                                          : m_appPath;
+        const QString cacheKey = identity + u'@' + QString::number(m_size);
         {
             QMutexLocker lock(&g_cacheMutex);
             if (const QImage *cached = g_cache.object(cacheKey))
                 m_image = *cached;
         }
         if (m_image.isNull()) {
-            m_image = load(m_resolver ? m_resolver(m_appPath) : QIcon(), m_size);
+            m_image = load(icon, m_size);
             if (m_image.isNull())
                 m_image = placeholder(m_size);
             QMutexLocker lock(&g_cacheMutex);

@@ -42,6 +42,7 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     connect(m_view.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (m_waitingForFrame) {
             m_waitingForFrame = false;
+            qCInfo(lcApp, "Overlay shown: first frame after %.1f ms", m_showTimer.nsecsElapsed() / 1e6);
             Q_EMIT shownFrameSwapped();
         }
     });
@@ -61,6 +62,7 @@ void OverlayWindow::setShowInTaskbar(bool show)
 
 void OverlayWindow::show()
 {
+    m_showTimer.start();
     QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen)
         screen = QGuiApplication::primaryScreen();

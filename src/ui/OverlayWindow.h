@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QIcon>
 #include <QObject>
 #include <functional>
@@ -36,4 +37,5 @@ private:
     BackdropProvider *m_backdrop = nullptr; // owned by the engine
     std::unique_ptr<QQuickView> m_view;
     bool m_waitingForFrame = false;
+    QElapsedTimer m_showTimer;
 };
