@@ -5,6 +5,7 @@
 #include "catalogue/AppIconLookup.h"
 #include "cli/CommandLine.h"
 #include "cli/InstanceCommands.h"
+#include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
@@ -14,6 +15,7 @@
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
 #include "ui/RenderingBackend.h"
+#include "ui/SettingsWindow.h"
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
@@ -46,7 +48,20 @@ int main(int argc, char **argv)
     InstanceChannel channel;
     LinuxApplicationPlatform platform(channel, arguments);
     AppDelegate delegate(platform, StorageLocations::fromEnvironment());
-    delegate.setStatusItemFactory(&StatusBarController::createIfAvailable);
+    std::unique_ptr<SettingsWindow> settings;
+    delegate.setStatusItemFactory([&settings](LaunchpadWindowController &controller) {
+        return StatusBarController::createIfAvailable(controller, [&settings, &controller] {
+            if (!settings) {
+                const SettingsWindow::StartAtLogin login{&AutostartEntry::isEnabled, [](bool on) {
+                    return AutostartEntry::setEnabled(on, QCoreApplication::applicationFilePath());
+                }};
+                settings = std::make_unique<SettingsWindow>(controller.hotKeyManager(), controller.hotCornersManager(), login);
+            }
+            settings->show();
+            settings->raise();
+            settings->activateWindow();
+        });
+    });
     delegate.setCataloguePlatform(linuxCatalogue());
     delegate.setInputPlatformFactory(&LinuxInputPlatform::create);
 
@@ -78,6 +93,7 @@ int main(int argc, char **argv)
     if (delegate.applicationDidFinishLaunching() && overlay)
         overlay->setShowInTaskbar(platform.dockIconVisible());
     const int status = app.exec();
+    settings.reset();
     overlay.reset();
     presenter.reset();
     return status;

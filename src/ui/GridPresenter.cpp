@@ -477,18 +477,25 @@ bool GridPresenter::moveInFolder(const QString &folderId, const QString &key, in
     return m_folder->moveKey(key, page * m_folder->maxSlotsPerPage() + localIndex) != before;
 }
 
-bool GridPresenter::dropOutOfFolder(const QString &folderId, const QString &key, int page, int localIndex)
+std::optional<QString> GridPresenter::takeOutOfFolder(const QString &folderId, const QString &key)
 {
     const auto id = folderUuid(folderId);
     const QString path = SlotKey::appPath(key);
     if (!id || path.isEmpty() || !m_layout.removeAppFromFolder(*id, path))
-        return false;
-    if (!m_layout.folder(*id))
+        return std::nullopt;
+    if (!m_layout.folder(*id)) // its last app left: the folder is gone
         closeFolder();
-    const QString appKey = SlotKey::app(path);
+    return path;
+}
+
+bool GridPresenter::dropOutOfFolder(const QString &folderId, const QString &key, int page, int localIndex)
+{
+    const auto path = takeOutOfFolder(folderId, key);
+    if (!path)
+        return false;
     const qsizetype target = localIndex >= 0 ? m_layout.absoluteSlot(page, localIndex) : -1;
     if (target >= 0 && !SlotKey::isWidgetMarker(SlotList::at(m_layout.slots(), target)))
-        m_layout.moveKeyInSlots(appKey, int(target));
+        m_layout.moveKeyInSlots(SlotKey::app(*path), int(target));
     m_dragKey.clear();
     rebuildPages();
     return true;
@@ -496,13 +503,8 @@ bool GridPresenter::dropOutOfFolder(const QString &folderId, const QString &key,
 
 bool GridPresenter::moveOutOfFolderOnto(const QString &folderId, const QString &key, const QString &targetKey)
 {
-    const auto id = folderUuid(folderId);
-    const QString path = SlotKey::appPath(key);
-    if (!id || path.isEmpty() || !m_layout.removeAppFromFolder(*id, path))
-        return false;
-    if (!m_layout.folder(*id))
-        closeFolder();
-    return mergeIntoFolder(SlotKey::app(path), targetKey);
+    const auto path = takeOutOfFolder(folderId, key);
+    return path && mergeIntoFolder(SlotKey::app(*path), targetKey);
 }
 
 bool GridPresenter::renameFolder(const QString &folderId, const QString &name)
@@ -526,14 +528,7 @@ bool GridPresenter::dissolveFolder(const QString &folderId)
 
 bool GridPresenter::removeFromFolder(const QString &folderId, const QString &key)
 {
-    const auto id = folderUuid(folderId);
-    const QString path = SlotKey::appPath(key);
-    if (!id || path.isEmpty())
-        return false;
-    const bool removed = m_layout.removeAppFromFolder(*id, path);
-    if (removed && !m_layout.folder(*id))
-        closeFolder();
-    return removed;
+    return takeOutOfFolder(folderId, key).has_value();
 }
 
 // --- apps and widgets -----------------------------------------------------

@@ -142,6 +142,8 @@ private:
     void rebuildFolder();
     QString appTitle(const AppItem &app) const;
     std::optional<QUuid> folderUuid(const QString &text) const;
+    // Moves an app out of a folder back to the grid; its path, or nothing.
+    std::optional<QString> takeOutOfFolder(const QString &folderId, const QString &key);
     GridCellBuilder cellBuilder() const;
 
     LaunchpadViewModel &m_layout;

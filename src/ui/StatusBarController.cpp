@@ -8,16 +8,17 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 
-std::unique_ptr<QObject> StatusBarController::createIfAvailable(LaunchpadWindowController &controller)
+std::unique_ptr<QObject> StatusBarController::createIfAvailable(LaunchpadWindowController &controller,
+                                                                std::function<void()> openSettings)
 {
     if (!QSystemTrayIcon::isSystemTrayAvailable()) {
         qCInfo(lcApp, "No system tray on this desktop; the status item is not shown");
         return nullptr;
     }
-    return std::make_unique<StatusBarController>(controller);
+    return std::make_unique<StatusBarController>(controller, std::move(openSettings));
 }
 
-StatusBarController::StatusBarController(LaunchpadWindowController &controller)
+StatusBarController::StatusBarController(LaunchpadWindowController &controller, std::function<void()> openSettings)
     : m_menu(std::make_unique<QMenu>())
 {
     m_tray = new QSystemTrayIcon(this);
@@ -28,6 +29,10 @@ StatusBarController::StatusBarController(LaunchpadWindowController &controller)
     m_tray->setIcon(icon);
     m_tray->setToolTip(QStringLiteral("Tillmora"));
     m_menu->addAction(QStringLiteral("Show"), &controller, &LaunchpadWindowController::showOverlay);
+    m_menu->addAction(QStringLiteral("Settings…"), this, [openSettings] {
+        if (openSettings)
+            openSettings();
+    });
     m_menu->addSeparator();
     m_menu->addAction(QStringLiteral("Quit"), qApp, &QCoreApplication::quit);
     m_tray->setContextMenu(m_menu.get());

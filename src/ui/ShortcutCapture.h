@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <Qt>
+#include <optional>
+
+// Turns a pressed key combination into a stored shortcut: the modifier flags
+// of the settings and the virtual key code of the key table. Super/Meta is the
+// Command key. A combination without a modifier, or a key the table does not
+// name, is not a shortcut.
+namespace ShortcutCapture {
+struct Shortcut {
+    quint64 modifierFlags = 0;
+    quint32 keyCode = 0;
+    bool operator==(const Shortcut &) const = default;
+};
+std::optional<Shortcut> fromKeyPress(int qtKey, Qt::KeyboardModifiers modifiers);
+}
