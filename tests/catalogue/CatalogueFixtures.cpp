@@ -8,26 +8,26 @@
 
 namespace CatalogueFixtures {
 
-QByteArray plistBytes(const BundleSpec &spec)
+QByteArray plistBytes(const BundleSpec &info)
 {
     plist_t dict = plist_new_dict();
     const auto put = [dict](const char *key, const QString &value) {
         if (!value.isEmpty())
             plist_dict_set_item(dict, key, plist_new_string(value.toUtf8().constData()));
     };
-    put("CFBundleIdentifier", spec.identifier);
-    put("CFBundleName", spec.name);
-    put("CFBundleDisplayName", spec.displayName);
-    put("CFBundleIconFile", spec.iconFile);
+    put("CFBundleIdentifier", info.identifier);
+    put("CFBundleName", info.name);
+    put("CFBundleDisplayName", info.displayName);
+    put("CFBundleIconFile", info.iconFile);
     put("CFBundlePackageType", QStringLiteral("APPL"));
     char *data = nullptr;
     uint32_t length = 0;
-    if (spec.format == PlistFormat::Binary)
+    if (info.format == PlistFormat::Binary)
         plist_to_bin(dict, &data, &length);
     else
         plist_to_xml(dict, &data, &length);
     const QByteArray bytes(data, qsizetype(length));
-    if (spec.format == PlistFormat::Binary)
+    if (info.format == PlistFormat::Binary)
         plist_to_bin_free(data);
     else
         plist_to_xml_free(data);
@@ -43,10 +43,10 @@ void writeFile(const QString &path, const QByteArray &bytes)
         throw std::runtime_error("cannot write fixture " + path.toStdString());
 }
 
-QString makeBundle(const QString &dir, const QString &fileName, const BundleSpec &spec)
+QString makeBundle(const QString &dir, const QString &fileName, const BundleSpec &info)
 {
     const QString bundle = dir + u'/' + fileName;
-    writeFile(bundle + QStringLiteral("/Contents/Info.plist"), plistBytes(spec));
+    writeFile(bundle + QStringLiteral("/Contents/Info.plist"), plistBytes(info));
     return bundle;
 }
 

@@ -21,11 +21,11 @@ struct BundleSpec {
     PlistFormat format = PlistFormat::Xml;
 };
 
-QByteArray plistBytes(const BundleSpec &spec);
+QByteArray plistBytes(const BundleSpec &info);
 // Writes bytes to path, creating the parent folders.
 void writeFile(const QString &path, const QByteArray &bytes);
 // <dir>/<fileName>/Contents/Info.plist; returns the bundle's path.
-QString makeBundle(const QString &dir, const QString &fileName, const BundleSpec &spec);
+QString makeBundle(const QString &dir, const QString &fileName, const BundleSpec &info);
 // <applicationsDir>/<relativePath> holding "[Desktop Entry]" and the given
 // lines; returns the file's path.
 QString makeDesktopEntry(const QString &applicationsDir, const QString &relativePath, const QString &lines);
