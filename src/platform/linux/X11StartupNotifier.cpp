@@ -97,7 +97,9 @@ void X11StartupNotifier::send(const QByteArray &message)
         std::memcpy(event.data.data8, text.constData() + offset, size_t(std::min<qsizetype>(20, text.size() - offset)));
         xcb_send_event(m_connection, 0, m_root, XCB_EVENT_MASK_PROPERTY_CHANGE, reinterpret_cast<const char *>(&event));
     }
-    xcb_flush(m_connection);
+    // A round trip: requests still unread when the connection closes may be
+    // dropped by the server, and the message with them.
+    std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
 QByteArray X11StartupNotifier::field(const char *key, const QString &value)
