@@ -31,8 +31,7 @@ X11StartupNotifier::~X11StartupNotifier()
         return;
     if (m_window)
         xcb_destroy_window(m_connection, m_window);
-    // A round trip: the server has handled every message before we hang up.
-    std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    xcb_flush(m_connection);
     xcb_disconnect(m_connection);
 }
 
