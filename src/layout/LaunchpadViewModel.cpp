@@ -94,11 +94,16 @@ std::optional<WidgetItem> LaunchpadViewModel::widget(const QUuid &id) const
     return i < 0 ? std::nullopt : std::optional<WidgetItem>(m_widgets.at(i));
 }
 
-GridEntryOrEmpty LaunchpadViewModel::resolve(const QString &key) const
+const GridLookup &LaunchpadViewModel::lookup() const
 {
     if (!m_lookup)
         m_lookup = GridLookup::build(m_apps, m_folders, m_widgets, m_workflows);
-    return m_lookup->resolve(key);
+    return *m_lookup;
+}
+
+GridEntryOrEmpty LaunchpadViewModel::resolve(const QString &key) const
+{
+    return lookup().resolve(key);
 }
 
 GridEntryOrEmpty LaunchpadViewModel::entryAt(qsizetype slot) const

@@ -50,6 +50,8 @@ public:
     std::optional<FolderItem> folder(const QUuid &id) const;
     std::optional<WidgetItem> widget(const QUuid &id) const;
     GridEntryOrEmpty resolve(const QString &key) const;
+    // The records by key, built once per change of apps, folders, widgets or workflows.
+    const GridLookup &lookup() const;
     GridEntryOrEmpty entryAt(qsizetype slot) const;
 
     // --- Pages (columns x rows from the appearance settings; the view sets them)

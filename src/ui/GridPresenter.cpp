@@ -123,7 +123,7 @@ QString GridPresenter::appTitle(const AppItem &app) const
 
 GridCellBuilder GridPresenter::cellBuilder() const
 {
-    return GridCellBuilder{nullptr, [this](const AppItem &app) { return appTitle(app); }};
+    return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); }};
 }
 
 void GridPresenter::scheduleRebuild()
@@ -150,10 +150,7 @@ void GridPresenter::rebuildPages()
     m_builtFor = m_preview ? BuiltFor{} : key;
 
     const QStringList &slots = m_preview ? *m_preview : m_layout.slots();
-    const GridLookup lookup =
-        GridLookup::build(m_layout.apps(), m_layout.folders(), m_layout.widgets(), m_layout.workflows());
-    GridCellBuilder builder = cellBuilder();
-    builder.lookup = &lookup;
+    const GridCellBuilder builder = cellBuilder();
     const int count = std::max(m_layout.pageCount(), geometry.pageCount(int(slots.size())));
     QList<QList<GridCell>> pages;
     pages.reserve(count);
@@ -204,10 +201,7 @@ void GridPresenter::rebuildFolder()
         m_folderPages.setPages({});
         return;
     }
-    const GridLookup lookup =
-        GridLookup::build(m_layout.apps(), m_layout.folders(), m_layout.widgets(), m_layout.workflows());
-    GridCellBuilder builder = cellBuilder();
-    builder.lookup = &lookup;
+    const GridCellBuilder builder = cellBuilder();
     const PageGeometry geometry{m_folder->columnsPerRow(), m_folder->maxSlotsPerPage() / std::max(1, m_folder->columnsPerRow())};
     const QStringList slots = m_folder->slots();
     QList<QList<GridCell>> pages;
