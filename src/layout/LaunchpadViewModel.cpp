@@ -567,7 +567,6 @@ QString LaunchpadViewModel::dragName(const QString &key) const
 
 void LaunchpadViewModel::beginDrag(const QString &key, int pageSlot)
 {
-    m_movedToOtherPage = false;
     if (SlotKey::kindOf(key) == SlotKey::Kind::Folder)
         LAYOUT_LOG("🎯 [GRID DRAG LOG] Started dragging folder: '%s' from page slot %ld",
                    qUtf8Printable(dragName(key)), long(pageSlot));
@@ -576,11 +575,11 @@ void LaunchpadViewModel::beginDrag(const QString &key, int pageSlot)
                    long(pageSlot));
 }
 
-bool LaunchpadViewModel::endDrag(const QString &key, int fromPageSlot, int page, int localSlot)
+bool LaunchpadViewModel::endDrag(const QString &key, int fromPageSlot, int page, int localSlot,
+                                 bool movedToOtherPage)
 {
     const bool isFolder = SlotKey::kindOf(key) == SlotKey::Kind::Folder;
-    if (m_movedToOtherPage) {
-        m_movedToOtherPage = false;
+    if (movedToOtherPage) {
         if (isFolder)
             LAYOUT_LOG("🎯 [GRID DRAG LOG] Folder moved to other page, skip handleDragEndFolder");
         else
@@ -648,8 +647,58 @@ qsizetype LaunchpadViewModel::moveEntryToNeighbourPage(const GridEntry &entry, i
     }
     if (moveKey(key, target) == MoveResult::Refused)
         return -1;
-    m_movedToOtherPage = true;
     return target;
+}
+
+bool LaunchpadViewModel::acceptsDropAt(qsizetype slot) const
+{
+    return slot >= 0 && !SlotKey::isWidgetMarker(SlotList::at(m_slots, slot));
+}
+
+std::optional<QStringList> LaunchpadViewModel::previewDrop(const QString &key, qsizetype target) const
+{
+    if (!acceptsDropAt(target))
+        return std::nullopt;
+    const ScopedDebugSilence quiet(lcLayout());
+    QStringList copy = m_slots;
+    SlotEdit edit(copy);
+    if (SlotMove::moveKeyInSlots(edit, key, target, m_geometry.rows) == SlotMove::Outcome::Refused)
+        return std::nullopt;
+    return copy;
+}
+
+std::optional<QStringList> LaunchpadViewModel::previewDropFromFolder(const QUuid &folderId, const QString &appPath,
+                                                                     qsizetype target) const
+{
+    auto f = folder(folderId);
+    if (!f || !f->appPaths.contains(appPath) || !acceptsDropAt(target))
+        return std::nullopt;
+    const ScopedDebugSilence quiet(lcLayout());
+    QStringList copy = m_slots;
+    QList<FolderItem> folders = m_folders;
+    SlotEdit edit(copy);
+    f->appPaths.removeAll(appPath);
+    if (!FolderEdits::updateFolder(edit, folders, *f, hiddenApps()))
+        return std::nullopt;
+    SlotMove::moveKeyInSlots(edit, SlotKey::app(appPath), target, m_geometry.rows);
+    return copy;
+}
+
+void LaunchpadViewModel::dropTrailingEmptyPages()
+{
+    qsizetype last = m_slots.size() - 1;
+    while (last >= 0 && m_slots.at(last).isEmpty())
+        --last;
+    const qsizetype keep = std::max<qsizetype>(m_geometry.capacity(),
+                                               qsizetype(m_geometry.pageStart(m_geometry.pageOf(int(last)) + 1)));
+    if (last < 0 ? m_slots.size() <= m_geometry.capacity() : keep >= m_slots.size())
+        return;
+    m_slots.resize(last < 0 ? m_geometry.capacity() : keep);
+    m_lookup.reset();
+    ++m_layoutRevision;
+    m_services.orderRepo->setSlots(m_slots);
+    Q_EMIT slotsChanged();
+    Q_EMIT layoutRevisionChanged();
 }
 
 // ---------------------------------------------------------------- widgets

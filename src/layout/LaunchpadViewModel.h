@@ -119,11 +119,24 @@ public:
     // The grid view's side of a drag: start, drop on a page-local cell, and a
     // move to the neighbouring page while dragging over a page edge.
     void beginDrag(const QString &key, int pageSlot);
-    // Returns true when the key was moved.
-    bool endDrag(const QString &key, int fromPageSlot, int page, int localSlot);
+    // Returns true when the key was moved. movedToOtherPage: the drag already
+    // put the key on another page and the drop leaves it there.
+    bool endDrag(const QString &key, int fromPageSlot, int page, int localSlot, bool movedToOtherPage = false);
     // Returns the absolute target slot, or -1 when the entry was not moved.
     qsizetype moveEntryToNeighbourPage(const GridEntry &entry, int currentPage, int localSlot,
                                        NeighbourPage direction);
+    // Whether an icon may be dropped on this cell (widget cells refuse).
+    bool acceptsDropAt(qsizetype slot) const;
+    // The slot list as a drop of key on target would leave it, worked out
+    // by the move itself on a copy: nothing is written, saved or logged.
+    // Nothing when the drop would be refused.
+    std::optional<QStringList> previewDrop(const QString &key, qsizetype target) const;
+    // The same for an app dragged out of a folder onto target.
+    std::optional<QStringList> previewDropFromFolder(const QUuid &folderId, const QString &appPath,
+                                                     qsizetype target) const;
+    // Pages at the end with nothing on them are removed (a drag can leave
+    // one behind); the first page always stays.
+    void dropTrailingEmptyPages();
 
     // --- Widgets ---------------------------------------------------------
     // A new widget at requestedSlot (or the first free rectangle). Nothing is
@@ -183,6 +196,5 @@ private:
     FolderAppsGrid m_folderAppsGrid;
     bool m_isLoadingInitialData = false;
     bool m_hasPendingLoadInitial = false;
-    bool m_movedToOtherPage = false;
     mutable std::optional<GridLookup> m_lookup;
 };

@@ -194,7 +194,7 @@ private Q_SLOTS:
         QVERIFY(log.contains("🎯 [GRID DRAG LOG] Moving entry to next page, target slot: 18"));
         QVERIFY(log.contains(QStringLiteral("🎯 [GRAG LOG] Moving app %1 to neighbor page at slot 18").arg(path("A"))));
         QCOMPARE(model.slots().at(18), appKey("A"));
-        QVERIFY(!model.endDrag(appKey("A"), 2, 0, 2));
+        QVERIFY(!model.endDrag(appKey("A"), 2, 0, 2, true));
         QVERIFY(log.contains("🎯 [GRID DRAG LOG] Item moved to other page, skip handleDragEnd"));
         QCOMPARE(model.slots().at(18), appKey("A"));
 

@@ -79,14 +79,16 @@ class LayoutRandomTest : public QObject {
             const int local = pick(model->geometry().capacity());
             lastOp = QStringLiteral("drag %1 to page %2 cell %3").arg(key).arg(page).arg(local);
             model->beginDrag(key, 0);
+            bool moved = false;
             if (chance(20)) {
                 const GridEntryOrEmpty entry = model->resolve(key);
                 if (entry)
-                    model->moveEntryToNeighbourPage(*entry, page, local,
-                                                    chance(50) ? LaunchpadViewModel::NeighbourPage::Next
-                                                               : LaunchpadViewModel::NeighbourPage::Previous);
+                    moved = model->moveEntryToNeighbourPage(*entry, page, local,
+                                                            chance(50) ? LaunchpadViewModel::NeighbourPage::Next
+                                                                       : LaunchpadViewModel::NeighbourPage::Previous)
+                            >= 0;
             }
-            model->endDrag(key, 0, page, local);
+            model->endDrag(key, 0, page, local, moved && chance(50));
         } else if (op < 40) {
             const WorkflowItem wf = any(fx.fakes.workflows->stored);
             lastOp = QStringLiteral("insert %1").arg(wf.key());
