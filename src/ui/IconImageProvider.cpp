@@ -61,7 +61,10 @@ public:
             QMutexLocker lock(&g_cacheMutex);
             g_cache.insert(cacheKey, new QImage(m_image), int(m_image.sizeInBytes()));
         }
-        Q_EMIT finished();
+        // Queued to the thread that asked: a cached icon is ready before the
+        // engine has connected to finished(), and a signal sent that early is
+        // lost, leaving the icon blank for good.
+        QMetaObject::invokeMethod(this, &QQuickImageResponse::finished, Qt::QueuedConnection);
     }
 
 private:
