@@ -60,16 +60,3 @@ QList<GridCell> GridCellBuilder::page(const QStringList &slots, const PageGeomet
         cells.append(cellFor(SlotList::at(slots, start + i)));
     return cells;
 }
-
-QString gridCellKindName(GridCell::Kind kind)
-{
-    switch (kind) {
-    case GridCell::Kind::Empty: return QStringLiteral("empty");
-    case GridCell::Kind::Blocked: return QStringLiteral("blocked");
-    case GridCell::Kind::App: return QStringLiteral("app");
-    case GridCell::Kind::Folder: return QStringLiteral("folder");
-    case GridCell::Kind::Widget: return QStringLiteral("widget");
-    case GridCell::Kind::Workflow: return QStringLiteral("workflow");
-    }
-    return {};
-}

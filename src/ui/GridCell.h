@@ -2,6 +2,7 @@
 
 #include "layout/GridEntry.h"
 #include "layout/PageGeometry.h"
+#include "ui/CellKind.h"
 
 #include <QList>
 #include <QString>
@@ -11,7 +12,7 @@
 // What one cell of a page shows, derived from its slot key. Equality decides
 // which cells of a page need redrawing after a change.
 struct GridCell {
-    enum class Kind { Empty, Blocked, App, Folder, Widget, Workflow };
+    using Kind = CellKind::Kind;
 
     Kind kind = Kind::Empty;
     QString key;
@@ -37,5 +38,3 @@ struct GridCellBuilder {
     GridCell cellFor(const QString &key) const;
     QList<GridCell> page(const QStringList &slots, const PageGeometry &geometry, int page) const;
 };
-
-QString gridCellKindName(GridCell::Kind kind);

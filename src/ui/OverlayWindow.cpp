@@ -8,7 +8,6 @@
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
@@ -24,7 +23,7 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     m_backdrop = new BackdropProvider;
     m_view->engine()->addImageProvider(QStringLiteral("backdrop"), m_backdrop);
     m_view->engine()->addImageProvider(QStringLiteral("icon"), new IconImageProvider(std::move(iconResolver)));
-    m_view->rootContext()->setContextProperty(QStringLiteral("grid"), &presenter);
+    m_view->setInitialProperties({{QStringLiteral("presenter"), QVariant::fromValue(&presenter)}});
     m_view->setObjectName(QStringLiteral("LaunchpadMainOverlay"));
     m_view->setTitle(QStringLiteral("Tillmora"));
     m_view->setFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
@@ -45,6 +44,11 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
             qCInfo(lcApp, "Overlay shown: first frame after %.1f ms", m_showTimer.nsecsElapsed() / 1e6);
             Q_EMIT shownFrameSwapped();
         }
+    });
+    // A gesture never outlives the keyboard and pointer focus of the window.
+    connect(m_view.get(), &QWindow::activeChanged, this, [this] {
+        if (!m_view->isActive())
+            m_presenter.drag()->cancel();
     });
     // Closing the window by the window manager only hides the overlay.
     connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool visible) {
@@ -80,5 +84,6 @@ void OverlayWindow::show()
 
 void OverlayWindow::hide()
 {
+    m_presenter.notifyHidden();
     m_view->hide();
 }

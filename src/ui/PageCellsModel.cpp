@@ -18,7 +18,7 @@ QVariant PageCellsModel::data(const QModelIndex &index, int role) const
     const GridCell &cell = m_cells.at(index.row());
     switch (role) {
     case KeyRole: return cell.key;
-    case KindRole: return gridCellKindName(cell.kind);
+    case KindRole: return int(cell.kind);
     case Qt::DisplayRole:
     case TitleRole: return cell.title;
     case IconPathRole: return cell.iconPath;

@@ -3,12 +3,15 @@
 #include "ui/GridCell.h"
 
 #include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
 
 // The cells of one page for a QML Repeater. setCells() compares with what is
 // shown and signals only the rows that changed, so delegates of unchanged
 // cells (and their decoded icons) stay as they are.
 class PageCellsModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Pages are made by their presenter")
     Q_PROPERTY(int pageIndex READ pageIndex CONSTANT)
 public:
     enum Role {

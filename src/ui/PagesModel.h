@@ -10,6 +10,8 @@
 // the cells that differ, so the views redraw just those.
 class PagesModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Pages are made by their presenter")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     enum Role { CellsRole = Qt::UserRole + 1, PageIndexRole };
@@ -35,6 +37,8 @@ private:
 // A flat list of apps (search results, hidden apps).
 class AppListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Lists are made by their presenter")
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 public:
     struct Entry {

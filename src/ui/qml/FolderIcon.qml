@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 
 // A folder: a glass plate with its first members' icons in a 3 x 3 grid.
@@ -34,6 +36,7 @@ Item {
             Repeater {
                 model: root.previewPaths
                 Image {
+                    required property string modelData
                     width: root.iconSize * 0.24
                     height: width
                     source: "image://icon/" + encodeURIComponent(modelData)

@@ -1,46 +1,63 @@
+pragma ComponentBehavior: Bound
+
+import Tillmora
 import QtQuick
-import QtQuick.Controls.Basic
 
 // An open folder over the grid: its editable name and its members on pages
-// of the folder's own grid shape. Dragging a member out of the panel puts it
-// back on the main grid.
-Item {
+// of the folder's own grid shape. While a member is dragged out of it, the
+// panel fades away but keeps the pointer until the drop.
+FocusScope {
     id: panel
-    property var host
-    property bool opened: false
+    required property FolderPresenter folder
+    required property DragController drag
+    required property PagesPresenter pages
+    required property ActivationPresenter activation
     property int selectedIndex: -1
-    anchors.fill: parent
-    visible: opened
-    z: 50
+    // Typed text that should search the whole grid instead.
+    signal typed(string text)
+    signal contextMenuRequested(string key, point position)
 
-    function open() { opened = true; selectedIndex = -1; forceActiveFocus() }
-    function close() {
-        if (!opened)
-            return
-        opened = false
-        grid.closeFolder()
-        overlay.forceActiveFocus()
-    }
-    function contains(point) {
-        return point.x >= box.x && point.y >= box.y && point.x < box.x + box.width && point.y < box.y + box.height
+    visible: folder.isOpen
+    opacity: drag.outsideFolder ? 0 : 1
+    Behavior on opacity { NumberAnimation { duration: 120 } }
+
+    function focusTitle() { title.forceActiveFocus(); title.selectAll() }
+
+    Connections {
+        target: panel.folder
+        function onOpenChanged() { panel.selectedIndex = -1 }
+        function onCurrentPageChanged() { folderPages.currentIndex = panel.folder.currentPage }
+        function onNameChanged() { if (!title.activeFocus) title.text = panel.folder.name }
     }
 
     Rectangle {
         anchors.fill: parent
         color: Qt.rgba(0, 0, 0, 0.5)
-        MouseArea { anchors.fill: parent; onClicked: panel.close() }
+    }
+
+    // Every press inside or outside the box goes to the drag controller.
+    MouseArea {
+        objectName: "folderInput"
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        preventStealing: true
+        onPressed: (mouse) => panel.drag.press(DragController.Folder, mapToItem(null, mouse.x, mouse.y), mouse.button)
+        onPositionChanged: (mouse) => panel.drag.move(mapToItem(null, mouse.x, mouse.y))
+        onReleased: (mouse) => panel.drag.release(mapToItem(null, mouse.x, mouse.y))
+        onCanceled: panel.drag.cancel()
     }
 
     Rectangle {
         id: box
-        readonly property real cell: Math.min((panel.width * 0.8) / grid.folderColumns, (panel.height * 0.7) / (grid.folderRows + 1))
-        width: cell * grid.folderColumns + 48
-        height: cell * grid.folderRows + title.height + 72 + (grid.folderPageCount > 1 ? 24 : 0)
+        objectName: "folderBox"
+        readonly property real cell: Math.min((panel.width * 0.8) / panel.folder.columns,
+                                              (panel.height * 0.7) / (panel.folder.rows + 1))
+        width: cell * panel.folder.columns + 48
+        height: cell * panel.folder.rows + title.height + 72 + (panel.folder.pageCount > 1 ? 24 : 0)
         anchors.centerIn: parent
         radius: 36
         color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
         border.color: Qt.rgba(1, 1, 1, 0.25)
-        MouseArea { anchors.fill: parent } // clicks inside do not close
 
         TextInput {
             id: title
@@ -53,10 +70,15 @@ Item {
             color: "white"
             font.pixelSize: 26
             selectByMouse: true
-            text: grid.openFolderName
+            text: panel.folder.name
             Accessible.name: qsTr("Folder name")
-            onEditingFinished: if (text.trim().length > 0 && text !== grid.openFolderName) grid.renameFolder(grid.openFolderId, text)
-            Keys.onEscapePressed: { text = grid.openFolderName; panel.forceActiveFocus() }
+            // A cleared name is refused; the stored one shows again.
+            onEditingFinished: {
+                panel.folder.rename(text)
+                text = panel.folder.name
+                panel.forceActiveFocus()
+            }
+            Keys.onEscapePressed: { text = panel.folder.name; panel.forceActiveFocus() }
         }
 
         ListView {
@@ -65,18 +87,29 @@ Item {
             anchors.top: title.bottom
             anchors.topMargin: 16
             anchors.horizontalCenter: parent.horizontalCenter
-            width: box.cell * grid.folderColumns
-            height: box.cell * grid.folderRows
+            width: box.cell * panel.folder.columns
+            height: box.cell * panel.folder.rows
             clip: true
             orientation: ListView.Horizontal
             snapMode: ListView.SnapOneItem
             highlightRangeMode: ListView.StrictlyEnforceRange
             boundsBehavior: Flickable.StopAtBounds
-            interactive: panel.host.dragKey.length === 0
-            model: grid.folderPages
+            interactive: false
+            model: panel.folder.pages
+            onCountChanged: currentIndex = panel.folder.currentPage
+
+            function updateArea() {
+                panel.drag.folderArea = folderPages.mapToItem(null, 0, 0, folderPages.width, folderPages.height)
+                panel.drag.folderBox = box.mapToItem(null, 0, 0, box.width, box.height)
+            }
+            onWidthChanged: updateArea()
+            onHeightChanged: updateArea()
+            onYChanged: updateArea()
+            Component.onCompleted: updateArea()
+
             delegate: Item {
                 id: folderPage
-                required property var cells
+                required property PageCellsModel cells
                 required property int pageIndex
                 width: folderPages.width
                 height: folderPages.height
@@ -86,95 +119,73 @@ Item {
                         id: member
                         required property int index
                         required property string key
-                        required property string kind
+                        required property int kind
                         required property string title
                         required property string iconPath
-                        x: (index % grid.folderColumns) * box.cell
-                        y: Math.floor(index / grid.folderColumns) * box.cell
+                        x: (index % panel.folder.columns) * box.cell
+                        y: Math.floor(index / panel.folder.columns) * box.cell
                         width: box.cell
                         height: box.cell
-                        visible: kind !== "empty"
-                        opacity: key === panel.host.dragKey ? 0.25 : 1
+                        visible: kind !== CellKind.Empty
+                        opacity: key === panel.drag.key ? 0.25 : 1
                         AppIcon {
                             anchors.fill: parent
                             iconPath: member.iconPath
                             title: member.title
-                            iconSize: Math.min(grid.iconSize, box.cell * 0.62)
-                            showLabel: grid.showLabels
-                            selected: folderPage.pageIndex === folderPages.currentIndex && panel.selectedIndex === member.index
-                        }
-                        MouseArea {
-                            anchors.fill: parent
-                            acceptedButtons: Qt.LeftButton | Qt.RightButton
-                            property point pressPoint
-                            property bool dragging: false
-                            onPressed: (mouse) => { pressPoint = Qt.point(mouse.x, mouse.y); dragging = false }
-                            onPositionChanged: (mouse) => {
-                                const p = mapToItem(panel.host, mouse.x, mouse.y)
-                                if (!dragging && Math.abs(mouse.x - pressPoint.x) + Math.abs(mouse.y - pressPoint.y) > 12) {
-                                    dragging = true
-                                    panel.host.beginFolderDrag(grid.openFolderId, member.key, member.iconPath, member.title, p)
-                                }
-                                if (dragging)
-                                    panel.host.dragPoint = p
-                                if (dragging && !panel.contains(panel.mapFromItem(panel.host, p.x, p.y)))
-                                    panel.host.moveDrag(p)
-                            }
-                            onReleased: (mouse) => {
-                                if (!dragging)
-                                    return
-                                dragging = false
-                                const p = mapToItem(panel.host, mouse.x, mouse.y)
-                                if (panel.opened) {
-                                    const q = folderPages.mapFromItem(panel.host, p.x, p.y)
-                                    const local = Math.floor(q.y / box.cell) * grid.folderColumns + Math.floor(q.x / box.cell)
-                                    if (q.x >= 0 && q.y >= 0 && q.x < folderPages.width && q.y < folderPages.height)
-                                        grid.moveInFolder(grid.openFolderId, member.key, folderPages.currentIndex, local)
-                                    panel.host.cancelDrag()
-                                } else {
-                                    panel.host.endDrag(p)
-                                }
-                            }
-                            onClicked: (mouse) => {
-                                if (mouse.button === Qt.RightButton)
-                                    panel.host.openContextMenu(member.key, member.kind, member.title, "", grid.openFolderId,
-                                                                  mapToItem(panel.host, mouse.x, mouse.y))
-                                else
-                                    grid.activate(member.key)
-                            }
+                            iconSize: Math.min(panel.pages.iconSize, box.cell * 0.62)
+                            showLabel: panel.pages.showLabels
+                            selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index
                         }
                     }
                 }
             }
         }
         PageDots {
-            visible: grid.folderPageCount > 1
+            visible: panel.folder.pageCount > 1
             anchors.bottom: parent.bottom
             anchors.bottomMargin: 16
             anchors.horizontalCenter: parent.horizontalCenter
-            count: grid.folderPageCount
-            current: folderPages.currentIndex
-            onPicked: (page) => folderPages.currentIndex = page
+            count: panel.folder.pageCount
+            current: panel.folder.currentPage
+            onPicked: (page) => panel.folder.currentPage = page
         }
     }
+    onWidthChanged: folderPages.updateArea()
+    onHeightChanged: folderPages.updateArea()
+    onVisibleChanged: if (visible) folderPages.updateArea()
 
     Keys.onPressed: (event) => {
-        const perPage = grid.folderColumns * grid.folderRows
+        const perPage = panel.folder.columns * panel.folder.rows
+        const columns = panel.folder.columns
         switch (event.key) {
-        case Qt.Key_Escape: close(); break
+        case Qt.Key_Escape: panel.folder.close(); break
         case Qt.Key_Left: selectedIndex = Math.max(0, selectedIndex - 1); break
         case Qt.Key_Right: selectedIndex = Math.min(perPage - 1, selectedIndex + 1); break
-        case Qt.Key_Up: selectedIndex = Math.max(0, selectedIndex - grid.folderColumns); break
-        case Qt.Key_Down: selectedIndex = Math.min(perPage - 1, Math.max(0, selectedIndex) + grid.folderColumns); break
-        case Qt.Key_PageUp: folderPages.decrementCurrentIndex(); break
-        case Qt.Key_PageDown: folderPages.incrementCurrentIndex(); break
+        case Qt.Key_Up: selectedIndex = Math.max(0, selectedIndex - columns); break
+        case Qt.Key_Down: selectedIndex = Math.min(perPage - 1, Math.max(0, selectedIndex) + columns); break
+        case Qt.Key_PageUp: panel.folder.currentPage = panel.folder.currentPage - 1; break
+        case Qt.Key_PageDown: panel.folder.currentPage = panel.folder.currentPage + 1; break
         case Qt.Key_Return:
         case Qt.Key_Enter:
             if (selectedIndex >= 0)
-                grid.activate(grid.folderKeyAt(folderPages.currentIndex, selectedIndex))
+                panel.activation.activate(panel.folder.memberAt(panel.folder.currentPage, selectedIndex))
             break
-        case Qt.Key_F2: title.forceActiveFocus(); title.selectAll(); break
-        default: return
+        case Qt.Key_F2: focusTitle(); break
+        case Qt.Key_Menu: {
+            const key = panel.folder.memberAt(panel.folder.currentPage, Math.max(0, selectedIndex))
+            if (key.length > 0) {
+                const c = folderPages.mapToItem(null, (Math.max(0, selectedIndex) % columns + 0.5) * box.cell,
+                                                (Math.floor(Math.max(0, selectedIndex) / columns) + 0.5) * box.cell)
+                panel.contextMenuRequested(key, c)
+            }
+            break
+        }
+        default:
+            if (event.text.length > 0 && event.text.charCodeAt(0) > 32) {
+                panel.typed(event.text)
+                break
+            }
+            return
         }
         event.accepted = true
     }

@@ -1,0 +1,67 @@
+import Tillmora
+import QtQuick
+import QtQuick.Controls.Basic
+
+// The right-click menu of an icon; it offers only what applies to it.
+Menu {
+    id: menu
+    required property GridPresenter presenter
+    property string key
+    property int kind: CellKind.Empty
+    property string itemTitle
+    property string entryId
+    property string folderId // set when the icon is inside the open folder
+    signal renameRequested(string key, int kind, string title, string entryId)
+    signal hiddenAppsRequested()
+
+    function openFor(key, folderId, position) {
+        menu.key = key
+        menu.kind = presenter.kindOf(key)
+        menu.itemTitle = presenter.titleOf(key)
+        menu.entryId = presenter.entryIdOf(key)
+        menu.folderId = folderId
+        popup(position.x, position.y)
+    }
+
+    MenuItem {
+        text: qsTr("Open")
+        visible: menu.kind !== CellKind.Widget
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.presenter.activation.activate(menu.key)
+    }
+    MenuItem {
+        text: qsTr("Rename…")
+        visible: menu.kind === CellKind.App || menu.kind === CellKind.Folder
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.renameRequested(menu.key, menu.kind, menu.itemTitle, menu.entryId)
+    }
+    MenuItem {
+        text: qsTr("Hide")
+        visible: menu.kind === CellKind.App
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.presenter.hiddenApps.hide(menu.key)
+    }
+    MenuItem {
+        text: qsTr("Remove from folder")
+        visible: menu.kind === CellKind.App && menu.folderId.length > 0
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.presenter.folder.removeMember(menu.folderId, menu.key)
+    }
+    MenuItem {
+        text: qsTr("Dissolve folder")
+        visible: menu.kind === CellKind.Folder
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.presenter.folder.dissolve(menu.entryId)
+    }
+    MenuItem {
+        text: qsTr("Remove widget")
+        visible: menu.kind === CellKind.Widget
+        height: visible ? implicitHeight : 0
+        onTriggered: menu.presenter.removeWidget(menu.entryId)
+    }
+    MenuSeparator {}
+    MenuItem {
+        text: qsTr("Show hidden apps…")
+        onTriggered: menu.hiddenAppsRequested()
+    }
+}
