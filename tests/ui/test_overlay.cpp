@@ -1,6 +1,7 @@
 // The overlay's QML driven like a user would, on the offscreen platform: a
-// drag, a folder made by holding one app over another, a search and a launch.
-// Each test checks the layout model afterwards.
+// drag, a folder made by holding one app over another, a search and a launch,
+// and the keyboard after menus and inside folders. Each test checks the
+// layout model afterwards.
 #include "common/TempEnvironment.h"
 #include "layout/LaunchpadViewModel.h"
 #include "layout/SlotKey.h"
@@ -13,7 +14,6 @@
 #include "ui/GridPresenter.h"
 #include "ui/IconImageProvider.h"
 
-#include <QQmlContext>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
@@ -43,11 +43,12 @@ class OverlayTest : public QObject {
     QPointF cellCenter(int local, double fx = 0.5, double fy = 0.5) const
     {
         auto *pages = view->rootObject()->findChild<QQuickItem *>(QStringLiteral("pages"));
+        const QPointF origin = pages->mapToScene(QPointF(0, 0));
         const double margin = view->rootObject()->property("gridMargin").toDouble();
-        const double cellW = (pages->width() - 2 * margin) / presenter->columns();
-        const double cellH = pages->height() / presenter->rows();
-        return {pages->x() + margin + (local % presenter->columns() + fx) * cellW,
-                pages->y() + (local / presenter->columns() + fy) * cellH};
+        const int columns = presenter->pages()->columns();
+        const double cellW = (pages->width() - 2 * margin) / columns;
+        const double cellH = pages->height() / presenter->pages()->rows();
+        return {origin.x() + margin + (local % columns + fx) * cellW, origin.y() + (local / columns + fy) * cellH};
     }
 
     void type(const QString &text)
@@ -92,10 +93,10 @@ private Q_SLOTS:
         QCOMPARE(model->slots().size(), 14);
 
         presenter = std::make_unique<GridPresenter>(*model, *names, *appearance, launcher);
-        presenter->setDisplayProfile({QStringLiteral("test"), 48, 80});
+        presenter->pages()->setDisplayProfile({QStringLiteral("test"), 48, 80});
         view = std::make_unique<QQuickView>();
         view->engine()->addImageProvider(QStringLiteral("icon"), new IconImageProvider([](const QString &) { return QIcon(); }));
-        view->rootContext()->setContextProperty(QStringLiteral("grid"), presenter.get());
+        view->setInitialProperties({{QStringLiteral("presenter"), QVariant::fromValue(presenter.get())}});
         view->setResizeMode(QQuickView::SizeRootObjectToView);
         view->resize(1280, 800);
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tillmora/qml/Overlay.qml")));
@@ -103,7 +104,7 @@ private Q_SLOTS:
         view->show();
         QVERIFY(QTest::qWaitForWindowExposed(view.get()));
         view->requestActivate();
-        QTRY_COMPARE(presenter->pageCount(), 1);
+        QTRY_COMPARE(presenter->pages()->count(), 1);
     }
 
     void cleanup()
@@ -127,7 +128,8 @@ private Q_SLOTS:
 
     void holdingAnAppOverAnotherMakesAFolder()
     {
-        dragAlong(cellCenter(1), cellCenter(2), 900);
+        // Onto the middle of the icon (above the label) and held there.
+        dragAlong(cellCenter(1), cellCenter(2, 0.5, 0.4), DragController::kMergeDelayMs + 300);
         QCOMPARE(model->folders().size(), 1);
         const FolderItem folder = model->folders().first();
         QCOMPARE(QSet<QString>(folder.appPaths.cbegin(), folder.appPaths.cend()),
@@ -140,12 +142,12 @@ private Q_SLOTS:
     {
         QSignalSpy hide(presenter.get(), &GridPresenter::hideRequested);
         type(QStringLiteral("cafe"));
-        QTRY_COMPARE(presenter->searchText(), QStringLiteral("cafe"));
-        QCOMPARE(presenter->searchResultsModel().entries().value(0).title, QStringLiteral("Café"));
+        QTRY_COMPARE(presenter->search()->text(), QStringLiteral("cafe"));
+        QCOMPARE(presenter->search()->results()->entries().value(0).title, QStringLiteral("Café"));
 
-        presenter->setSearchText(QString());
+        presenter->search()->clear();
         type(QStringLiteral("term"));
-        QTRY_COMPARE(presenter->searchResultsModel().entries().size(), 1);
+        QTRY_COMPARE(presenter->search()->results()->entries().size(), 1);
         QTest::keyClick(view.get(), Qt::Key_Return);
         QTRY_COMPARE(launcher->openedApps.size(), 1);
         QCOMPARE(launcher->openedApps.first().path, QStringLiteral("/apps/GNOME Terminal.app"));
@@ -174,13 +176,68 @@ private Q_SLOTS:
         const auto folder = model->createFolder(QStringLiteral("Tools"), {QStringLiteral("/apps/App6.app"),
                                                                            QStringLiteral("/apps/App7.app")}, {}, 6);
         QVERIFY(folder);
-        QTRY_COMPARE(presenter->keyAt(0, 6), folder->key());
+        QTRY_COMPARE(presenter->pages()->keyAt(0, 6), folder->key());
         for (int i = 0; i < 7; ++i) // the first press selects cell 0, each further one the next cell
             QTest::keyClick(view.get(), Qt::Key_Right);
         QTest::keyClick(view.get(), Qt::Key_Return);
-        QTRY_COMPARE(presenter->openFolderId(), Uuids::toText(folder->id));
-        QCOMPARE(presenter->openFolderName(), QStringLiteral("Tools"));
-        QCOMPARE(presenter->folderPagesModel().page(0)->cells().at(0).iconPath, QStringLiteral("/apps/App6.app"));
+        QTRY_COMPARE(presenter->folder()->folderId(), Uuids::toText(folder->id));
+        QCOMPARE(presenter->folder()->name(), QStringLiteral("Tools"));
+        QCOMPARE(presenter->folder()->pages()->page(0)->cells().at(0).iconPath, QStringLiteral("/apps/App6.app"));
+
+        // Typing with the folder open searches the whole grid.
+        type(QStringLiteral("caf"));
+        QTRY_COMPARE(presenter->search()->text(), QStringLiteral("caf"));
+        QVERIFY(!presenter->folder()->isOpen());
+    }
+
+    void theKeyboardComesBackAfterAMenu_data()
+    {
+        QTest::addColumn<bool>("byAction");
+        QTest::newRow("closed with Esc") << false;
+        QTest::newRow("closed by Hide") << true;
+    }
+    void theKeyboardComesBackAfterAMenu()
+    {
+        QFETCH(bool, byAction);
+        QTest::mouseClick(view.get(), Qt::RightButton, {}, cellCenter(2).toPoint());
+        auto *menu = view->rootObject()->findChild<QObject *>(QStringLiteral("itemMenu"));
+        QVERIFY(menu);
+        QTRY_VERIFY(menu->property("opened").toBool());
+        if (byAction) {
+            QQuickItem *hide = nullptr;
+            for (int i = 0; i < menu->property("count").toInt(); ++i) {
+                QQuickItem *item = nullptr;
+                QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
+                if (item && item->property("text").toString() == QStringLiteral("Hide"))
+                    hide = item;
+            }
+            QVERIFY(hide);
+            QTest::qWait(100); // the menu settles where it opens
+            QTest::mouseClick(view.get(), Qt::LeftButton, {},
+                              hide->mapToScene(QPointF(hide->width() / 2, hide->height() / 2)).toPoint());
+            QTRY_VERIFY(model->hiddenApps().contains(QStringLiteral("/apps/App2.app")));
+        } else {
+            QTest::keyClick(view.get(), Qt::Key_Escape);
+        }
+        QTRY_VERIFY(!menu->property("opened").toBool());
+        // Typing reaches the search at once, and Esc then clears it.
+        type(QStringLiteral("app1"));
+        QTRY_COMPARE(presenter->search()->text(), QStringLiteral("app1"));
+        QTest::keyClick(view.get(), Qt::Key_Escape);
+        QTRY_COMPARE(presenter->search()->text(), QString());
+    }
+
+    void theMenuKeyOpensTheMenuAtTheSelectedIcon()
+    {
+        QTest::keyClick(view.get(), Qt::Key_Right); // selects cell 0
+        QTest::keyClick(view.get(), Qt::Key_Right);
+        QTest::keyClick(view.get(), Qt::Key_Menu);
+        auto *menu = view->rootObject()->findChild<QObject *>(QStringLiteral("itemMenu"));
+        QVERIFY(menu);
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QCOMPARE(menu->property("key").toString(), QStringLiteral("A:/apps/App1.app"));
+        const QPointF at(menu->property("x").toDouble(), menu->property("y").toDouble());
+        QVERIFY((at - cellCenter(1)).manhattanLength() < 4);
     }
 };
 
