@@ -51,6 +51,13 @@ void DragController::setFolderBox(const QRectF &box)
     Q_EMIT areasChanged();
 }
 
+QString DragController::gridKey() const
+{
+    if (!isActive())
+        return {};
+    return m_kind == CellKind::App ? SlotKey::app(SlotKey::appPath(m_key)) : m_key;
+}
+
 // --- hit testing ------------------------------------------------------------
 
 int DragController::gridCellAt(QPointF point) const

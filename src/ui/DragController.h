@@ -30,6 +30,9 @@ class DragController : public QObject {
     Q_PROPERTY(QRectF folderBox READ folderBox WRITE setFolderBox NOTIFY areasChanged)
     Q_PROPERTY(bool active READ isActive NOTIFY activeChanged)
     Q_PROPERTY(QString key READ key NOTIFY activeChanged)
+    // The dragged key as the main grid writes it (an app from a folder may
+    // be stored there as a bare path).
+    Q_PROPERTY(QString gridKey READ gridKey NOTIFY activeChanged)
     Q_PROPERTY(CellKind::Kind kind READ kind NOTIFY activeChanged)
     Q_PROPERTY(QString iconPath READ iconPath NOTIFY activeChanged)
     Q_PROPERTY(bool fromFolder READ fromFolder NOTIFY activeChanged)
@@ -58,6 +61,7 @@ public:
 
     bool isActive() const { return m_phase == Phase::Dragging; }
     QString key() const { return isActive() ? m_key : QString(); }
+    QString gridKey() const;
     CellKind::Kind kind() const { return m_kind; }
     QString iconPath() const { return m_iconPath; }
     bool fromFolder() const { return m_surface == Folder; }

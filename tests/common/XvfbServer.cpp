@@ -2,7 +2,7 @@
 
 #include <QStandardPaths>
 
-XvfbServer::XvfbServer()
+XvfbServer::XvfbServer(QSize screen)
 {
     const QString xvfb = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
     if (xvfb.isEmpty())
@@ -10,7 +10,7 @@ XvfbServer::XvfbServer()
     // Xvfb picks a free display and writes its number to the given fd.
     m_process.start(xvfb, {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-nolisten"),
                            QStringLiteral("tcp"), QStringLiteral("-noreset"), QStringLiteral("-screen"), QStringLiteral("0"),
-                           QStringLiteral("1280x800x24")});
+                           QStringLiteral("%1x%2x24").arg(screen.width()).arg(screen.height())});
     if (!m_process.waitForStarted(5000))
         return;
     QByteArray out;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSize>
 #include <QProcess>
 #include <QStringList>
 
@@ -8,7 +9,7 @@
 // aimed at it. isRunning() is false when Xvfb is missing or fails.
 class XvfbServer {
 public:
-    XvfbServer();
+    explicit XvfbServer(QSize screen = {1280, 800});
     ~XvfbServer();
 
     bool isRunning() const { return !m_display.isEmpty(); }

@@ -23,7 +23,7 @@ Item {
             columns: page.pages.columns
             iconSize: page.pages.iconSize
             showLabels: page.pages.showLabels
-            draggedKey: page.drag.key
+            draggedKey: page.drag.gridKey
             mergeTarget: page.drag.mergeTarget
             selected: page.selectedIndex === index
             animated: page.drag.active
