@@ -1,5 +1,5 @@
 #include "app/AppDelegate.h"
-#include "app/BundleIdentity.h"
+#include "foundation/BundleIdentity.h"
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
 #include "catalogue/AppIconLookup.h"

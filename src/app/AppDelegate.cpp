@@ -3,7 +3,7 @@
 #include "app/ApplicationPlatform.h"
 #include "app/LaunchpadWindowController.h"
 #include "app/LegacyCachePurge.h"
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "app/RegisteredDefaults.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"

@@ -1,6 +1,6 @@
 #include "catalogue/AppMonitor.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QFileInfo>
 #include <QFileSystemWatcher>

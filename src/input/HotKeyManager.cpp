@@ -1,6 +1,6 @@
 #include "input/HotKeyManager.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "input/ApplicationActivity.h"
 #include "input/KeyboardShortcut.h"
 #include "storage/UserDefaultsStoreType.h"

@@ -1,6 +1,6 @@
 #include "input/MultitouchPinchMonitor.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QPointer>
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "organise/WorkflowsRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 

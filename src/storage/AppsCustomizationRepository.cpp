@@ -1,6 +1,6 @@
 #include "storage/AppsCustomizationRepository.h"
 
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
 

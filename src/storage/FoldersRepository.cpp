@@ -1,7 +1,7 @@
 #include "storage/FoldersRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 

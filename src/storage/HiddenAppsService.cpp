@@ -1,6 +1,6 @@
 #include "storage/HiddenAppsService.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 

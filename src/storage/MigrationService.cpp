@@ -1,9 +1,9 @@
 #include "storage/MigrationService.h"
 
-#include "app/Logging.h"
-#include "layout/GridRecords.h"
-#include "layout/RecordList.h"
-#include "layout/Uuids.h"
+#include "foundation/Logging.h"
+#include "foundation/GridRecords.h"
+#include "foundation/RecordList.h"
+#include "foundation/Uuids.h"
 #include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"

@@ -1,7 +1,7 @@
 #include "storage/UserDefaultsStore.h"
 
-#include "app/BundleIdentity.h"
-#include "app/Logging.h"
+#include "foundation/BundleIdentity.h"
+#include "foundation/Logging.h"
 #include "storage/DomainFileFormat.h"
 #include "storage/PropertyListValue.h"
 

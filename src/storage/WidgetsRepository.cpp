@@ -1,7 +1,7 @@
 #include "storage/WidgetsRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/FileSystemStore.h"
 #include "storage/UserDefaultsStoreType.h"
 

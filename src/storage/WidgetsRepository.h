@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layout/WidgetItem.h"
+#include "foundation/WidgetItem.h"
 
 #include <QList>
 #include <memory>

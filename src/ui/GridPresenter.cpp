@@ -1,13 +1,13 @@
 #include "ui/GridPresenter.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "catalogue/AppLauncher.h"
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
 #include "layout/SlotEdit.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 #include "layout/SlotMove.h"
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "storage/AppNameRepository.h"
 #include "ui/SearchMatcher.h"
 

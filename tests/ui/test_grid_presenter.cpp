@@ -2,8 +2,8 @@
 // search tolerance, and folder drops going back to the grid.
 #include "common/TempEnvironment.h"
 #include "layout/LaunchpadViewModel.h"
-#include "platform/fake/FakeAppLauncher.h"
-#include "platform/fake/FakeLayoutServices.h"
+#include "fakes/FakeAppLauncher.h"
+#include "fakes/FakeLayoutServices.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
 #include "storage/UserDefaultsStore.h"
