@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The layer check must refuse what it exists to refuse: an include of a higher
-# layer or of a sibling; and it
+# layer, of a sibling, and of a private folder from outside its layer; and it
 # must accept a tree that keeps to the order.
 #   check_layer_checker.sh SCRIPT LAYERS
 set -uo pipefail
@@ -39,5 +39,7 @@ expect pass "main including the platform" main.cpp platform/Platform.h
 expect fail "storage including layout" storage/Repo.h layout/Model.h
 expect fail "foundation including app" foundation/Uuids.h app/Logging.h
 expect fail "ui including its sibling cli" ui/View.cpp cli/CommandLine.h
+expect fail "main including a Linux adaptor" main.cpp platform/linux/XcbHotKeyService.h
+expect fail "app including a Linux adaptor" app/Root.cpp platform/linux/Gio.h
 expect fail "a folder missing from the layer file" newthing/A.cpp foundation/Logging.h
 exit $((failures > 0))
