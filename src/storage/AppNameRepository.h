@@ -18,14 +18,14 @@ class AppNameRepositoryImpl final : public AppNameRepository {
 public:
     explicit AppNameRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore);
 
-    std::optional<QString> customName(const QString &appPath) const override { return cache.get(appPath); }
+    std::optional<QString> customName(const QString &appPath) const override { return m_cache.get(appPath); }
     void setCustomName(const QString &appPath, const QString &name) override;
-    void removeCustomName(const QString &appPath) override { cache.remove(appPath); }
-    const QMap<QString, QString> &all() const override { return cache.all(); }
+    void removeCustomName(const QString &appPath) override { m_cache.remove(appPath); }
+    const QMap<QString, QString> &all() const override { return m_cache.all(); }
     QString displayName(const QString &appPath, const QString &catalogueName) const override;
 
     const QString defaultsKey;
 
 private:
-    JsonMapCache<QString> cache;
+    JsonMapCache<QString> m_cache;
 };

@@ -90,5 +90,5 @@ private:
     // A setter whose value equals the current one writes nothing.
     void write(const QString &key, const QVariant &value);
 
-    std::shared_ptr<UserDefaultsStoreType> defaults;
+    std::shared_ptr<UserDefaultsStoreType> m_defaults;
 };

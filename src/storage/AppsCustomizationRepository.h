@@ -29,9 +29,9 @@ public:
     AppsCustomizationRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore,
                                     std::shared_ptr<FileSystemStore> files);
 
-    std::optional<CustomAppIcon> icon(const QString &appPath) const override { return cache.get(appPath); }
-    const QMap<QString, CustomAppIcon> &all() const override { return cache.all(); }
-    void setIcon(const QString &appPath, const CustomAppIcon &icon) override { cache.set(appPath, icon); }
+    std::optional<CustomAppIcon> icon(const QString &appPath) const override { return m_cache.get(appPath); }
+    const QMap<QString, CustomAppIcon> &all() const override { return m_cache.all(); }
+    void setIcon(const QString &appPath, const CustomAppIcon &icon) override { m_cache.set(appPath, icon); }
     // Removes the record and its image file; "asset:" icons have no file.
     void removeIcon(const QString &appPath) override;
     // Prepares the chosen image as an icon file in "CustomIcons" and records it.
@@ -50,7 +50,7 @@ public:
     const QString defaultsKey;
 
 private:
-    JsonMapCache<CustomAppIcon> cache;
-    std::shared_ptr<UserDefaultsStoreType> store;
+    JsonMapCache<CustomAppIcon> m_cache;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
     std::shared_ptr<FileSystemStore> m_files;
 };

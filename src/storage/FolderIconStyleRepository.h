@@ -17,13 +17,13 @@ class FolderIconStyleRepositoryImpl final : public FolderIconStyleRepository {
 public:
     explicit FolderIconStyleRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore);
 
-    std::optional<FolderIconStyle> style(const QString &folderId) const override { return cache.get(folderId); }
-    void setStyle(const QString &folderId, const FolderIconStyle &style) override { cache.set(folderId, style); }
-    void removeStyle(const QString &folderId) override { cache.remove(folderId); }
-    const QMap<QString, FolderIconStyle> &all() const override { return cache.all(); }
+    std::optional<FolderIconStyle> style(const QString &folderId) const override { return m_cache.get(folderId); }
+    void setStyle(const QString &folderId, const FolderIconStyle &style) override { m_cache.set(folderId, style); }
+    void removeStyle(const QString &folderId) override { m_cache.remove(folderId); }
+    const QMap<QString, FolderIconStyle> &all() const override { return m_cache.all(); }
 
     const QString defaultsKey;
 
 private:
-    JsonMapCache<FolderIconStyle> cache;
+    JsonMapCache<FolderIconStyle> m_cache;
 };
