@@ -2,9 +2,9 @@
 // Usage: tillmora_layout_bench [runs]   (debug logging is switched off)
 
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 #include "layout/SlotMove.h"
-#include "platform/fake/FakeLayoutServices.h"
+#include "fakes/FakeLayoutServices.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

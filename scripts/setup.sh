@@ -8,7 +8,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${TILLMORA_BUILD_DIR:-$root/build}"
 
 packages=(
-  cmake ninja-build g++ pkg-config
+  cmake ninja-build g++ pkg-config clang-tidy
   qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools
   qt6-qpa-plugins qt6-wayland
   qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-controls

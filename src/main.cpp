@@ -1,15 +1,11 @@
 #include "app/AppDelegate.h"
-#include "app/BundleIdentity.h"
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
 #include "catalogue/AppIconLookup.h"
 #include "cli/CommandLine.h"
 #include "cli/InstanceCommands.h"
-#include "platform/linux/AutostartEntry.h"
-#include "platform/linux/DesktopEntrySource.h"
-#include "platform/linux/GioAppLauncher.h"
-#include "platform/linux/LinuxApplicationPlatform.h"
-#include "platform/linux/LinuxInputPlatform.h"
+#include "foundation/BundleIdentity.h"
+#include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
 #include "ui/GridPresenter.h"
@@ -20,13 +16,6 @@
 
 #include <QApplication>
 
-namespace {
-CataloguePlatform linuxCatalogue()
-{
-    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()};
-}
-}
-
 int main(int argc, char **argv)
 {
     QStringList arguments;
@@ -34,7 +23,8 @@ int main(int argc, char **argv)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     if (!CommandLine::startsLauncher(arguments)) {
         QCoreApplication app(argc, argv);
-        return CommandLine::run(arguments, linuxCatalogue());
+        const Platform platform;
+        return CommandLine::run(arguments, platform.catalogue());
     }
 
     RenderingBackend::chooseBeforeApplication();
@@ -46,15 +36,14 @@ int main(int argc, char **argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     InstanceChannel channel;
-    LinuxApplicationPlatform platform(channel, arguments);
-    AppDelegate delegate(platform, StorageLocations::fromEnvironment());
+    Platform platform;
+    platform.logSession();
+    AppDelegate delegate(platform.application(channel, arguments), StorageLocations::fromEnvironment());
     std::unique_ptr<SettingsWindow> settings;
     delegate.setStatusItemFactory([&settings](LaunchpadWindowController &controller) {
         return StatusBarController::createIfAvailable(controller, [&settings, &controller] {
             if (!settings) {
-                const SettingsWindow::StartAtLogin login{&AutostartEntry::isEnabled, [](bool on) {
-                    return AutostartEntry::setEnabled(on, QCoreApplication::applicationFilePath());
-                }};
+                const SettingsWindow::StartAtLogin login{&Platform::startsAtLogin, &Platform::setStartsAtLogin};
                 settings = std::make_unique<SettingsWindow>(controller.hotKeyManager(), controller.hotCornersManager(), login);
             }
             settings->show();
@@ -62,8 +51,8 @@ int main(int argc, char **argv)
             settings->activateWindow();
         });
     });
-    delegate.setCataloguePlatform(linuxCatalogue());
-    delegate.setInputPlatformFactory(&LinuxInputPlatform::create);
+    delegate.setCataloguePlatform(platform.catalogue());
+    delegate.setInputPlatformFactory([&platform] { return platform.input(); });
 
     // The overlay exists before the first show, which start-up queues.
     std::unique_ptr<GridPresenter> presenter;

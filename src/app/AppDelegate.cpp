@@ -3,7 +3,7 @@
 #include "app/ApplicationPlatform.h"
 #include "app/LaunchpadWindowController.h"
 #include "app/LegacyCachePurge.h"
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "app/RegisteredDefaults.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
@@ -46,19 +46,19 @@ bool AppDelegate::applicationDidFinishLaunching()
     m_platform.registerFonts();
     RegisteredDefaults::registerAll();
 
-    windowController_ = std::make_unique<LaunchpadWindowController>(
+    m_windowController = std::make_unique<LaunchpadWindowController>(
         m_locations, m_catalogue, m_inputFactory ? m_inputFactory() : InputPlatform{});
-    Q_EMIT windowControllerCreated(windowController_.get());
+    Q_EMIT windowControllerCreated(m_windowController.get());
     if (m_statusItemFactory)
-        statusBarController_ = m_statusItemFactory(*windowController_);
+        m_statusBarController = m_statusItemFactory(*m_windowController);
 
     // Anything but a stored Boolean false shows the dock icon.
     const QVariant showDockIcon =
-        windowController_->composition().userDefaultsStore->persistedObject(QLatin1String(SettingsKeys::kShowDockIcon));
+        m_windowController->composition().userDefaultsStore->persistedObject(QLatin1String(SettingsKeys::kShowDockIcon));
     m_platform.setDockIconVisible(!(showDockIcon.typeId() == QMetaType::Bool && !showDockIcon.toBool()));
 
     if (!m_launchedAsLoginItem)
-        QMetaObject::invokeMethod(windowController_.get(), &LaunchpadWindowController::showOverlay, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(m_windowController.get(), &LaunchpadWindowController::showOverlay, Qt::QueuedConnection);
     return true;
 }
 
@@ -83,14 +83,14 @@ void AppDelegate::purgeLegacyCachesOnce()
 
 bool AppDelegate::applicationShouldHandleReopen(bool)
 {
-    if (windowController_)
-        windowController_->showOverlay();
+    if (m_windowController)
+        m_windowController->showOverlay();
     return false;
 }
 
 void AppDelegate::applicationWillTerminate()
 {
     // Every repository writes through; only the store's pending writes are flushed.
-    if (windowController_)
-        windowController_->composition().userDefaultsStore->synchronize();
+    if (m_windowController)
+        m_windowController->composition().userDefaultsStore->synchronize();
 }

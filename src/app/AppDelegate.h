@@ -38,8 +38,8 @@ public:
     void applicationWillTerminate();
 
     bool launchedAsLoginItem() const { return m_launchedAsLoginItem; }
-    LaunchpadWindowController *windowController() const { return windowController_.get(); }
-    QObject *statusBarController() const { return statusBarController_.get(); }
+    LaunchpadWindowController *windowController() const { return m_windowController.get(); }
+    QObject *statusBarController() const { return m_statusBarController.get(); }
 
 Q_SIGNALS:
     // Emitted once the window controller exists, before the first show.
@@ -53,7 +53,7 @@ private:
     StatusItemFactory m_statusItemFactory;
     CataloguePlatform m_catalogue;
     std::function<InputPlatform()> m_inputFactory;
-    std::unique_ptr<LaunchpadWindowController> windowController_;
-    std::unique_ptr<QObject> statusBarController_;
+    std::unique_ptr<LaunchpadWindowController> m_windowController;
+    std::unique_ptr<QObject> m_statusBarController;
     bool m_launchedAsLoginItem = false;
 };

@@ -1,6 +1,6 @@
 #include "app/InstanceChannel.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "app/LegacyCachePurge.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QDir>
 #include <QFileInfo>

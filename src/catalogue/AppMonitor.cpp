@@ -1,13 +1,13 @@
 #include "catalogue/AppMonitor.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <memory>
 
-// Lives on the monitor's thread: the watchers (folderWatchers) and the
-// pending, cancellable reload request (debounceWorkItem).
+// Lives on the monitor's thread: the watchers (m_folderWatchers) and the
+// pending, cancellable reload request (m_debounceWorkItem).
 class AppMonitor::Worker : public QObject {
 public:
     Worker(AppMonitor *owner, std::chrono::milliseconds interval)
@@ -20,11 +20,11 @@ public:
     {
         unwatch();
         m_generation = generation;
-        if (!folderWatchers) {
-            folderWatchers = std::make_unique<QFileSystemWatcher>();
-            QObject::connect(folderWatchers.get(), &QFileSystemWatcher::directoryChanged, folderWatchers.get(),
-                             [this] { debounceWorkItem->notify(); });
-            debounceWorkItem = std::make_unique<Debouncer>(m_interval, makeQtDebounceTimer(), [this] {
+        if (!m_folderWatchers) {
+            m_folderWatchers = std::make_unique<QFileSystemWatcher>();
+            QObject::connect(m_folderWatchers.get(), &QFileSystemWatcher::directoryChanged, m_folderWatchers.get(),
+                             [this] { m_debounceWorkItem->notify(); });
+            m_debounceWorkItem = std::make_unique<Debouncer>(m_interval, makeQtDebounceTimer(), [this] {
                 AppMonitor *owner = m_owner;
                 const quint64 generation = m_generation;
                 QMetaObject::invokeMethod(owner, [owner, generation] { owner->deliver(generation); },
@@ -36,7 +36,7 @@ public:
             if (QFileInfo(directory).isDir())
                 readable.append(directory);
         readable.removeDuplicates();
-        const QStringList failed = readable.isEmpty() ? QStringList() : folderWatchers->addPaths(readable);
+        const QStringList failed = readable.isEmpty() ? QStringList() : m_folderWatchers->addPaths(readable);
         for (const QString &path : failed)
             readable.removeAll(path);
         qCDebug(lcServices, "App monitor watching %ld folders", long(readable.size()));
@@ -45,27 +45,27 @@ public:
 
     void unwatch()
     {
-        if (debounceWorkItem)
-            debounceWorkItem->cancel();
-        if (folderWatchers && !folderWatchers->directories().isEmpty())
-            folderWatchers->removePaths(folderWatchers->directories());
+        if (m_debounceWorkItem)
+            m_debounceWorkItem->cancel();
+        if (m_folderWatchers && !m_folderWatchers->directories().isEmpty())
+            m_folderWatchers->removePaths(m_folderWatchers->directories());
     }
 
-    QStringList watched() const { return folderWatchers ? folderWatchers->directories() : QStringList(); }
+    QStringList watched() const { return m_folderWatchers ? m_folderWatchers->directories() : QStringList(); }
 
     // Destroys the thread-bound objects on their own thread.
     void shutdown()
     {
-        debounceWorkItem.reset();
-        folderWatchers.reset();
+        m_debounceWorkItem.reset();
+        m_folderWatchers.reset();
     }
 
 private:
     AppMonitor *m_owner;
     std::chrono::milliseconds m_interval;
     quint64 m_generation = 0;
-    std::unique_ptr<QFileSystemWatcher> folderWatchers;
-    std::unique_ptr<Debouncer> debounceWorkItem;
+    std::unique_ptr<QFileSystemWatcher> m_folderWatchers;
+    std::unique_ptr<Debouncer> m_debounceWorkItem;
 };
 
 AppMonitor::AppMonitor(std::chrono::milliseconds debounceInterval, QObject *parent)

@@ -1,8 +1,8 @@
 #include "catalogue/AppSourceFoldersStore.h"
 
-#include "app/Logging.h"
-#include "layout/JsonFields.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/JsonFields.h"
+#include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 

@@ -1,7 +1,7 @@
 #include "catalogue/AppsRepositoryImpl.h"
 
-#include "app/BundleIdentity.h"
-#include "app/Logging.h"
+#include "foundation/BundleIdentity.h"
+#include "foundation/Logging.h"
 #include "catalogue/DirectoryListing.h"
 #include "catalogue/ExclusionRules.h"
 

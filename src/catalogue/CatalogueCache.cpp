@@ -1,7 +1,7 @@
 #include "catalogue/CatalogueCache.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 
 #include <QDir>
 #include <QFile>

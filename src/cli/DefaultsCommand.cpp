@@ -1,6 +1,6 @@
 #include "cli/DefaultsCommand.h"
 
-#include "app/BundleIdentity.h"
+#include "foundation/BundleIdentity.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QDateTime>

@@ -3,8 +3,8 @@
 #include "layout/FolderAppsGrid.h"
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

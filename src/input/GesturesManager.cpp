@@ -41,28 +41,28 @@ void GesturesManager::setFingerCount(int count)
         return;
     m_fingerCount = count;
     m_store->set(count, QLatin1String(kFingerCountKey));
-    if (monitor)
-        monitor->setRequiredFingers(count);
+    if (m_monitor)
+        m_monitor->setRequiredFingers(count);
     Q_EMIT fingerCountChanged(count);
 }
 
 void GesturesManager::startMonitor()
 {
-    monitor = std::make_unique<MultitouchPinchMonitor>(m_source, m_power, m_clock);
-    monitor->start(m_fingerCount, [this](PinchDirection direction) { pinched(direction); });
+    m_monitor = std::make_unique<MultitouchPinchMonitor>(m_source, m_power, m_clock);
+    m_monitor->start(m_fingerCount, [this](PinchDirection direction) { pinched(direction); });
 }
 
 void GesturesManager::stopMonitor()
 {
-    if (!monitor)
+    if (!m_monitor)
         return;
-    monitor->stop();
-    monitor.reset();
+    m_monitor->stop();
+    m_monitor.reset();
 }
 
 void GesturesManager::pinched(PinchDirection direction)
 {
-    const auto &action = direction == PinchDirection::pinchIn ? onOpen : onClose;
+    const auto &action = direction == PinchDirection::pinchIn ? m_onOpen : m_onClose;
     if (action)
         action();
 }

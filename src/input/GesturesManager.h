@@ -28,11 +28,11 @@ public:
                     Clock &clock, QObject *parent = nullptr);
     ~GesturesManager() override;
 
-    void setOnOpen(std::function<void()> action) { onOpen = std::move(action); }
-    void setOnClose(std::function<void()> action) { onClose = std::move(action); }
+    void setOnOpen(std::function<void()> action) { m_onOpen = std::move(action); }
+    void setOnClose(std::function<void()> action) { m_onClose = std::move(action); }
     bool isEnabled() const { return m_isEnabled; }
     int fingerCount() const { return m_fingerCount; }
-    const MultitouchPinchMonitor *pinchMonitor() const { return monitor.get(); }
+    const MultitouchPinchMonitor *pinchMonitor() const { return m_monitor.get(); }
 
     void setEnabled(bool enabled);
     void setFingerCount(int count);
@@ -46,11 +46,11 @@ private:
     void stopMonitor();
     void pinched(PinchDirection direction);
 
-    std::function<void()> onOpen;
-    std::function<void()> onClose;
+    std::function<void()> m_onOpen;
+    std::function<void()> m_onClose;
     bool m_isEnabled = true;
     int m_fingerCount = kDefaultFingerCount;
-    std::unique_ptr<MultitouchPinchMonitor> monitor;
+    std::unique_ptr<MultitouchPinchMonitor> m_monitor;
 
     std::shared_ptr<UserDefaultsStoreType> m_store;
     ContactFrameSource &m_source;

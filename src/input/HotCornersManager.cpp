@@ -13,14 +13,14 @@ HotCornersManager::HotCornersManager(std::shared_ptr<UserDefaultsStoreType> stor
 {
     m_isEnabled = m_store->boolValue(QLatin1String(kEnabledKey));
     m_selectedCorner = HotCornerGeometry::fromRawValue(m_store->string(QLatin1String(kSelectedKey)).value_or(QString()));
-    permissionObserver = connect(&activity, &ApplicationActivity::becameActive, this,
+    m_permissionObserver = connect(&activity, &ApplicationActivity::becameActive, this,
                                  &HotCornersManager::applicationDidBecomeActive);
 }
 
 HotCornersManager::~HotCornersManager()
 {
     stopMonitoring();
-    disconnect(permissionObserver);
+    disconnect(m_permissionObserver);
 }
 
 void HotCornersManager::setEnabled(bool enabled)
@@ -57,22 +57,22 @@ void HotCornersManager::startMonitoring()
         return;
     // Without a listener the sampler alone does the work.
     if (m_pointer.isMotionListenerAllowed()) {
-        if (eventTap)
+        if (m_eventTap)
             m_pointer.stopMotionListener();
-        eventTap = m_pointer.startMotionListener([this] { sample(); });
+        m_eventTap = m_pointer.startMotionListener([this] { sample(); });
     }
-    cornerDetectionTimer = m_clock.startTimer(0.1, Clock::Mode::Repeating, [this] { sample(); });
+    m_cornerDetectionTimer = m_clock.startTimer(0.1, Clock::Mode::Repeating, [this] { sample(); });
 }
 
 void HotCornersManager::stopMonitoring()
 {
-    cornerDetectionTimer.reset();
-    if (eventTap) {
+    m_cornerDetectionTimer.reset();
+    if (m_eventTap) {
         m_pointer.stopMotionListener();
-        eventTap = false;
+        m_eventTap = false;
     }
-    isInCorner = false;
-    enteredCornerAt.reset();
+    m_isInCorner = false;
+    m_enteredCornerAt.reset();
 }
 
 void HotCornersManager::sample()
@@ -90,21 +90,21 @@ void HotCornersManager::checkCorner(QPoint pixel)
         return;
     const bool inside = HotCornerGeometry::isInZone(m_selectedCorner, *frame, p);
 
-    if (inside && isInCorner) {
-        if (!enteredCornerAt)
+    if (inside && m_isInCorner) {
+        if (!m_enteredCornerAt)
             return;
-        if (m_clock.now() - *enteredCornerAt >= 300'000'000) { // 0.3 s
+        if (m_clock.now() - *m_enteredCornerAt >= 300'000'000) { // 0.3 s
             // Firing disarms; a pointer that stays re-arms at the next check.
-            enteredCornerAt.reset();
-            isInCorner = false;
-            QMetaObject::invokeMethod(this, [this] { if (onActivate) onActivate(); }, Qt::QueuedConnection);
+            m_enteredCornerAt.reset();
+            m_isInCorner = false;
+            QMetaObject::invokeMethod(this, [this] { if (m_onActivate) m_onActivate(); }, Qt::QueuedConnection);
         }
     } else if (inside) {
-        isInCorner = true;
-        enteredCornerAt = m_clock.now();
-    } else if (isInCorner) {
-        isInCorner = false;
-        enteredCornerAt.reset();
+        m_isInCorner = true;
+        m_enteredCornerAt = m_clock.now();
+    } else if (m_isInCorner) {
+        m_isInCorner = false;
+        m_enteredCornerAt.reset();
     }
 }
 
@@ -118,5 +118,5 @@ void HotCornersManager::applicationDidBecomeActive()
     if (!m_isEnabled)
         return;
     stopMonitoring();
-    delayedRestart = m_clock.startTimer(0.5, Clock::Mode::SingleShot, [this] { startMonitoring(); });
+    m_delayedRestart = m_clock.startTimer(0.5, Clock::Mode::SingleShot, [this] { startMonitoring(); });
 }

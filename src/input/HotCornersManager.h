@@ -28,10 +28,10 @@ public:
                       ApplicationActivity &activity, Clock &clock, QObject *parent = nullptr);
     ~HotCornersManager() override;
 
-    void setOnActivate(std::function<void()> action) { onActivate = std::move(action); }
+    void setOnActivate(std::function<void()> action) { m_onActivate = std::move(action); }
     bool isEnabled() const { return m_isEnabled; }
     HotCorner selectedCorner() const { return m_selectedCorner; }
-    bool isMonitoring() const { return cornerDetectionTimer != nullptr; }
+    bool isMonitoring() const { return m_cornerDetectionTimer != nullptr; }
 
     void setEnabled(bool enabled);
     void setSelectedCorner(HotCorner corner);
@@ -52,15 +52,15 @@ private:
     void checkCorner(QPoint pixel);
     void applicationDidBecomeActive();
 
-    std::function<void()> onActivate;
+    std::function<void()> m_onActivate;
     bool m_isEnabled = false;
     HotCorner m_selectedCorner = HotCorner::none;
-    bool eventTap = false; // the motion listener is installed
-    std::unique_ptr<Clock::Timer> cornerDetectionTimer;
-    bool isInCorner = false;
-    std::optional<qint64> enteredCornerAt; // clock nanoseconds
-    QMetaObject::Connection permissionObserver;
-    std::unique_ptr<Clock::Timer> delayedRestart;
+    bool m_eventTap = false; // the motion listener is installed
+    std::unique_ptr<Clock::Timer> m_cornerDetectionTimer;
+    bool m_isInCorner = false;
+    std::optional<qint64> m_enteredCornerAt; // clock nanoseconds
+    QMetaObject::Connection m_permissionObserver;
+    std::unique_ptr<Clock::Timer> m_delayedRestart;
 
     std::shared_ptr<UserDefaultsStoreType> m_store;
     PointerSource &m_pointer;

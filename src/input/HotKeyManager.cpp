@@ -1,6 +1,6 @@
 #include "input/HotKeyManager.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "input/ApplicationActivity.h"
 #include "input/KeyboardShortcut.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -71,7 +71,7 @@ StoredKeyCode HotKeyManager::storedKeyCode(const UserDefaultsStoreType &store)
 HotKeyManager::HotKeyManager(std::shared_ptr<UserDefaultsStoreType> store, HotKeyService &service,
                              ApplicationActivity &activity, QObject *parent)
     : QObject(parent)
-    , logger(lcServices())
+    , m_logger(lcServices())
     , m_store(std::move(store))
     , m_service(service)
     , m_activity(activity)
@@ -93,52 +93,52 @@ QString HotKeyManager::displayText() const
 
 std::optional<quint32> HotKeyManager::hotKeyIdForSpace(const QUuid &space) const
 {
-    const auto it = spaceIdToHotKeyId.constFind(space);
-    return it == spaceIdToHotKeyId.cend() ? std::nullopt : std::optional<quint32>(*it);
+    const auto it = m_spaceIdToHotKeyId.constFind(space);
+    return it == m_spaceIdToHotKeyId.cend() ? std::nullopt : std::optional<quint32>(*it);
 }
 
 void HotKeyManager::registerHotKey()
 {
-    if (!carbonEventHandler) {
+    if (!m_carbonEventHandler) {
         QPointer<HotKeyManager> self(this);
-        carbonEventHandler = m_service.installHandler([self](HotKeyId id) {
+        m_carbonEventHandler = m_service.installHandler([self](HotKeyId id) {
             // May run on the event-dispatch path: only hand the press on.
             if (self)
                 QMetaObject::invokeMethod(self.data(), [self, id] { if (self) self->handlePress(id); },
                                           Qt::QueuedConnection);
         });
-    } else if (carbonHotKeyRef) {
+    } else if (m_carbonHotKeyRef) {
         unregisterToggle();
     }
     if (m_isEnabled) {
         // A failed registration is not examined: the handle stays empty.
         const auto result = m_service.registerHotKey(m_currentKeyCode, KeyboardShortcut::carbonModifiers(m_currentModifiers),
                                                      {mainAppSignature, kToggleId});
-        carbonHotKeyRef = result.handle ? std::optional(result.handle) : std::nullopt;
+        m_carbonHotKeyRef = result.handle ? std::optional(result.handle) : std::nullopt;
     }
 }
 
 void HotKeyManager::handlePress(HotKeyId id)
 {
     if (id.signature == spaceSignature) {
-        const auto it = hotKeyIdToSpaceId.constFind(id.id);
-        if (it == hotKeyIdToSpaceId.cend())
+        const auto it = m_hotKeyIdToSpaceId.constFind(id.id);
+        if (it == m_hotKeyIdToSpaceId.cend())
             return;
         // Pressed while another application is in front: consumed, no switch.
-        if (m_activity.isActive() && spaceHotKeyCallback)
-            spaceHotKeyCallback(*it);
+        if (m_activity.isActive() && m_spaceHotKeyCallback)
+            m_spaceHotKeyCallback(*it);
         return;
     }
-    if (id == HotKeyId{mainAppSignature, kToggleId} && onToggle)
-        onToggle();
+    if (id == HotKeyId{mainAppSignature, kToggleId} && m_onToggle)
+        m_onToggle();
 }
 
 void HotKeyManager::unregisterToggle()
 {
-    if (!carbonHotKeyRef)
+    if (!m_carbonHotKeyRef)
         return;
-    m_service.unregisterHotKey(*carbonHotKeyRef);
-    carbonHotKeyRef.reset();
+    m_service.unregisterHotKey(*m_carbonHotKeyRef);
+    m_carbonHotKeyRef.reset();
 }
 
 void HotKeyManager::setEnabled(bool enabled)
@@ -149,7 +149,7 @@ void HotKeyManager::setEnabled(bool enabled)
     m_store->set(enabled, QLatin1String(kEnabledKey));
     m_store->synchronize();
     if (enabled) {
-        if (!carbonHotKeyRef)
+        if (!m_carbonHotKeyRef)
             registerHotKey();
     } else {
         unregisterToggle();
@@ -178,36 +178,36 @@ void HotKeyManager::stop()
 
 void HotKeyManager::updateSpaceHotKeys(const QList<SpaceHotKey> &spaces)
 {
-    qCDebug(logger, "updateSpaceHotKeys called for %ld spaces", long(spaces.size()));
+    qCDebug(m_logger, "updateSpaceHotKeys called for %ld spaces", long(spaces.size()));
 
-    const QList<HotKeyService::Handle> previous = spaceHotKeyRefs.values();
-    spaceHotKeyRefs.clear();
-    spaceIdToHotKeyId.clear();
-    hotKeyIdToSpaceId.clear();
+    const QList<HotKeyService::Handle> previous = m_spaceHotKeyRefs.values();
+    m_spaceHotKeyRefs.clear();
+    m_spaceIdToHotKeyId.clear();
+    m_hotKeyIdToSpaceId.clear();
     for (const HotKeyService::Handle handle : previous) {
         m_service.unregisterHotKey(handle);
-        qCDebug(logger, "Unregistered Space hotkey ref");
+        qCDebug(m_logger, "Unregistered Space hotkey ref");
     }
 
-    if (!carbonEventHandler)
+    if (!m_carbonEventHandler)
         registerHotKey();
 
     long withShortcut = 0;
     for (qsizetype i = 0; i < spaces.size(); ++i) {
         const SpaceHotKey &space = spaces.at(i);
         if (!space.hotKeyKeyCode || !space.hotKeyModifiers) {
-            qCDebug(logger, "Space '%s' has no hotkey configured", qUtf8Printable(space.name));
+            qCDebug(m_logger, "Space '%s' has no hotkey configured", qUtf8Printable(space.name));
             continue;
         }
         const quint32 id = quint32(i) + kFirstSpaceId;
-        spaceIdToHotKeyId.insert(space.id, id);
-        hotKeyIdToSpaceId.insert(id, space.id);
-        qCDebug(logger, "Registering hotkey for Space '%s': keyCode=%ld, modifiers=%lu, hotKeyId=%u",
+        m_spaceIdToHotKeyId.insert(space.id, id);
+        m_hotKeyIdToSpaceId.insert(id, space.id);
+        qCDebug(m_logger, "Registering hotkey for Space '%s': keyCode=%ld, modifiers=%lu, hotKeyId=%u",
                 qUtf8Printable(space.name), long(*space.hotKeyKeyCode), ulong(*space.hotKeyModifiers), uint(id));
         registerSpaceHotKey(quint32(*space.hotKeyKeyCode), *space.hotKeyModifiers, id, space.id);
         ++withShortcut;
     }
-    qCInfo(logger, "Registered %ld Space hotkeys", withShortcut);
+    qCInfo(m_logger, "Registered %ld Space hotkeys", withShortcut);
 }
 
 void HotKeyManager::registerSpaceHotKey(quint32 keyCode, quint64 modifierFlags, quint32 hotKeyId, const QUuid &space)
@@ -215,12 +215,12 @@ void HotKeyManager::registerSpaceHotKey(quint32 keyCode, quint64 modifierFlags, 
     const quint32 mask = KeyboardShortcut::carbonModifiers(modifierFlags);
     const auto result = m_service.registerHotKey(keyCode, mask, {spaceSignature, hotKeyId});
     if (result.status == HotKeyService::kNoErr) {
-        spaceHotKeyRefs.insert(space, result.handle);
-        qCInfo(logger, "Registered Space hotkey: id=%u, keyCode=%u, modifiers=%u", uint(hotKeyId), uint(keyCode),
+        m_spaceHotKeyRefs.insert(space, result.handle);
+        qCInfo(m_logger, "Registered Space hotkey: id=%u, keyCode=%u, modifiers=%u", uint(hotKeyId), uint(keyCode),
                uint(mask));
     } else {
         // The Space keeps its id; it simply never fires.
-        qCWarning(logger, "Failed to register Space hotkey: status=%d, keyCode=%u, modifiers=%u, hotKeyId=%u",
+        qCWarning(m_logger, "Failed to register Space hotkey: status=%d, keyCode=%u, modifiers=%u, hotKeyId=%u",
                   int(result.status), uint(keyCode), uint(mask), uint(hotKeyId));
     }
 }

@@ -58,17 +58,17 @@ public:
                   ApplicationActivity &activity, QObject *parent = nullptr);
     ~HotKeyManager() override;
 
-    void setOnToggle(std::function<void()> action) { onToggle = std::move(action); }
+    void setOnToggle(std::function<void()> action) { m_onToggle = std::move(action); }
     void setSpaceHotKeyCallback(std::function<void(const QUuid &)> action)
     {
-        spaceHotKeyCallback = std::move(action);
+        m_spaceHotKeyCallback = std::move(action);
     }
 
     quint32 currentKeyCode() const { return m_currentKeyCode; }
     quint64 currentModifiers() const { return m_currentModifiers; }
     bool isEnabled() const { return m_isEnabled; }
     QString displayText() const;
-    bool isToggleRegistered() const { return carbonHotKeyRef.has_value(); }
+    bool isToggleRegistered() const { return m_carbonHotKeyRef.has_value(); }
     std::optional<quint32> hotKeyIdForSpace(const QUuid &space) const;
 
     void registerHotKey();
@@ -89,17 +89,17 @@ private:
     void unregisterToggle();
     void registerSpaceHotKey(quint32 keyCode, quint64 modifierFlags, quint32 hotKeyId, const QUuid &space);
 
-    std::function<void()> onToggle;
-    std::optional<HotKeyService::Handle> carbonHotKeyRef;
-    std::optional<HotKeyService::Handle> carbonEventHandler;
-    const QLoggingCategory &logger;
+    std::function<void()> m_onToggle;
+    std::optional<HotKeyService::Handle> m_carbonHotKeyRef;
+    std::optional<HotKeyService::Handle> m_carbonEventHandler;
+    const QLoggingCategory &m_logger;
     quint32 m_currentKeyCode = kDefaultKeyCode;
     quint64 m_currentModifiers = 0;
     bool m_isEnabled = true;
-    QHash<QUuid, quint32> spaceIdToHotKeyId;
-    QHash<quint32, QUuid> hotKeyIdToSpaceId;
-    QHash<QUuid, HotKeyService::Handle> spaceHotKeyRefs;
-    std::function<void(const QUuid &)> spaceHotKeyCallback;
+    QHash<QUuid, quint32> m_spaceIdToHotKeyId;
+    QHash<quint32, QUuid> m_hotKeyIdToSpaceId;
+    QHash<QUuid, HotKeyService::Handle> m_spaceHotKeyRefs;
+    std::function<void(const QUuid &)> m_spaceHotKeyCallback;
 
     std::shared_ptr<UserDefaultsStoreType> m_store;
     HotKeyService &m_service;

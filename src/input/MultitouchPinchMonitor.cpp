@@ -1,6 +1,6 @@
 #include "input/MultitouchPinchMonitor.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QPointer>
 #include <algorithm>
@@ -24,8 +24,8 @@ void MultitouchPinchMonitor::start(int requiredFingers, std::function<void(Pinch
 {
     if (m_isRunning)
         return;
-    onPinch = std::move(action);
-    recognizer.setRequiredFingers(requiredFingers);
+    m_onPinch = std::move(action);
+    m_recognizer.setRequiredFingers(requiredFingers);
     const auto result = m_source.start([this](const ContactFrame &frame) { handleFrame(frame); });
     switch (result.status) {
     case ContactFrameSource::Status::Unavailable:
@@ -37,42 +37,42 @@ void MultitouchPinchMonitor::start(int requiredFingers, std::function<void(Pinch
     case ContactFrameSource::Status::Started:
         break;
     }
-    deviceCount = result.deviceCount;
+    m_deviceCount = result.deviceCount;
     m_isRunning = m_isArmed = true;
-    if (m_power && !powerObserversInstalled) {
+    if (m_power && !m_powerObserversInstalled) {
         connect(m_power, &SleepWakeSource::willSleep, this, &MultitouchPinchMonitor::willSleep);
         connect(m_power, &SleepWakeSource::didWake, this, &MultitouchPinchMonitor::didWake);
-        powerObserversInstalled = true;
+        m_powerObserversInstalled = true;
     }
-    qCInfo(lcServices, "[Gestures] Pinch monitor started on %d device(s)", deviceCount);
+    qCInfo(lcServices, "[Gestures] Pinch monitor started on %d device(s)", m_deviceCount);
 }
 
 void MultitouchPinchMonitor::stop()
 {
     if (!m_isRunning)
         return;
-    wakeTimer.reset();
+    m_wakeTimer.reset();
     m_source.stop();
     m_isRunning = m_isArmed = false;
-    recognizer.reset();
+    m_recognizer.reset();
     qCInfo(lcServices, "[Gestures] Pinch monitor stopped");
 }
 
 void MultitouchPinchMonitor::handleFrame(const ContactFrame &frame)
 {
-    const bool firstSinceArm = !sawFrameSinceArm;
-    sawFrameSinceArm = true;
-    if (firstSinceArm && wakeTimer && wakeAttempts > 0) {
-        wakeTimer.reset();
+    const bool firstSinceArm = !m_sawFrameSinceArm;
+    m_sawFrameSinceArm = true;
+    if (firstSinceArm && m_wakeTimer && m_wakeAttempts > 0) {
+        m_wakeTimer.reset();
         qCInfo(lcServices, "[Gestures] Device confirmed live after wake");
     }
-    const auto direction = recognizer.process(frame.contacts, frame.timestamp);
+    const auto direction = m_recognizer.process(frame.contacts, frame.timestamp);
     if (!direction)
         return;
     QPointer<MultitouchPinchMonitor> self(this);
     QMetaObject::invokeMethod(this, [self, d = *direction] {
-        if (self && self->onPinch)
-            self->onPinch(d);
+        if (self && self->m_onPinch)
+            self->m_onPinch(d);
     }, Qt::QueuedConnection);
 }
 
@@ -80,43 +80,43 @@ void MultitouchPinchMonitor::willSleep()
 {
     if (!m_isRunning)
         return;
-    wakeTimer.reset();
+    m_wakeTimer.reset();
     m_source.stop();
     m_isArmed = false;
-    recognizer.reset();
+    m_recognizer.reset();
 }
 
 void MultitouchPinchMonitor::didWake()
 {
     if (!m_isRunning)
         return;
-    wakeAttempts = 0;
+    m_wakeAttempts = 0;
     scheduleWakeAttempt();
 }
 
 void MultitouchPinchMonitor::scheduleWakeAttempt()
 {
-    const double delay = kWakeDelays[std::min(wakeAttempts, int(std::size(kWakeDelays)) - 1)];
-    wakeTimer = m_clock.startTimer(delay, Clock::Mode::SingleShot, [this] { wakeAttempt(); });
+    const double delay = kWakeDelays[std::min(m_wakeAttempts, int(std::size(kWakeDelays)) - 1)];
+    m_wakeTimer = m_clock.startTimer(delay, Clock::Mode::SingleShot, [this] { wakeAttempt(); });
 }
 
 void MultitouchPinchMonitor::wakeAttempt()
 {
-    if (wakeAttempts > 0 && sawFrameSinceArm)
+    if (m_wakeAttempts > 0 && m_sawFrameSinceArm)
         return;
-    if (wakeAttempts == kWakeAttempts) {
+    if (m_wakeAttempts == kWakeAttempts) {
         // The last re-arm had its full delay to show a frame.
-        wakeTimer.reset();
+        m_wakeTimer.reset();
         qCWarning(lcServices, "[Gestures] Gave up re-arming after wake");
         return;
     }
-    ++wakeAttempts;
+    ++m_wakeAttempts;
     m_source.stop();
     const auto result = m_source.start([this](const ContactFrame &frame) { handleFrame(frame); });
-    deviceCount = result.status == ContactFrameSource::Status::Started ? result.deviceCount : 0;
+    m_deviceCount = result.status == ContactFrameSource::Status::Started ? result.deviceCount : 0;
     m_isArmed = true;
-    sawFrameSinceArm = false;
-    recognizer.reset();
-    qCInfo(lcServices, "[Gestures] Re-armed %d device(s) after wake", deviceCount);
+    m_sawFrameSinceArm = false;
+    m_recognizer.reset();
+    qCInfo(lcServices, "[Gestures] Re-armed %d device(s) after wake", m_deviceCount);
     scheduleWakeAttempt();
 }

@@ -23,8 +23,8 @@ public:
 
     void start(int requiredFingers, std::function<void(PinchDirection)> onPinch);
     void stop();
-    void setRequiredFingers(int fingers) { recognizer.setRequiredFingers(fingers); }
-    int requiredFingers() const { return recognizer.required(); }
+    void setRequiredFingers(int fingers) { m_recognizer.setRequiredFingers(fingers); }
+    int requiredFingers() const { return m_recognizer.required(); }
     bool isRunning() const { return m_isRunning; }
     bool isArmed() const { return m_isArmed; }
 
@@ -36,15 +36,15 @@ private:
     void scheduleWakeAttempt();
     void wakeAttempt();
 
-    std::function<void(PinchDirection)> onPinch;
-    PinchRecognizer recognizer;
-    int deviceCount = 0;
+    std::function<void(PinchDirection)> m_onPinch;
+    PinchRecognizer m_recognizer;
+    int m_deviceCount = 0;
     bool m_isRunning = false;
     bool m_isArmed = false;
-    bool sawFrameSinceArm = false;
-    bool powerObserversInstalled = false;
-    int wakeAttempts = 0;
-    std::unique_ptr<Clock::Timer> wakeTimer;
+    bool m_sawFrameSinceArm = false;
+    bool m_powerObserversInstalled = false;
+    int m_wakeAttempts = 0;
+    std::unique_ptr<Clock::Timer> m_wakeTimer;
 
     ContactFrameSource &m_source;
     SleepWakeSource *m_power;

@@ -5,27 +5,27 @@
 
 void PinchRecognizer::setRequiredFingers(int fingers)
 {
-    requiredFingers = fingers;
+    m_requiredFingers = fingers;
     reset();
 }
 
 void PinchRecognizer::reset()
 {
-    tracking = false;
-    baselineSamples = 0;
-    referenceSpread = 0;
-    minSpread = 0;
-    startCentroidX = startCentroidY = 0;
-    gestureStartTime = 0;
+    m_tracking = false;
+    m_baselineSamples = 0;
+    m_referenceSpread = 0;
+    m_minSpread = 0;
+    m_startCentroidX = m_startCentroidY = 0;
+    m_gestureStartTime = 0;
 }
 
 std::optional<PinchDirection> PinchRecognizer::process(const QList<Contact> &contacts, double t)
 {
-    if (contacts.isEmpty() || contacts.size() != requiredFingers) {
+    if (contacts.isEmpty() || contacts.size() != m_requiredFingers) {
         reset();
         return std::nullopt;
     }
-    if (t - lastTriggerTime < cooldown)
+    if (t - m_lastTriggerTime < cooldown)
         return std::nullopt;
 
     const float n = float(contacts.size());
@@ -41,35 +41,35 @@ std::optional<PinchDirection> PinchRecognizer::process(const QList<Contact> &con
         spread += std::hypot(c.x - cx, c.y - cy);
     spread /= n;
 
-    if (!tracking) {
-        tracking = true;
-        baselineSamples = 1;
-        referenceSpread = minSpread = spread;
-        startCentroidX = cx;
-        startCentroidY = cy;
-        gestureStartTime = t;
+    if (!m_tracking) {
+        m_tracking = true;
+        m_baselineSamples = 1;
+        m_referenceSpread = m_minSpread = spread;
+        m_startCentroidX = cx;
+        m_startCentroidY = cy;
+        m_gestureStartTime = t;
         return std::nullopt;
     }
-    referenceSpread = std::max(referenceSpread, spread);
-    minSpread = std::min(minSpread, spread);
-    if (baselineSamples <= 2) {
+    m_referenceSpread = std::max(m_referenceSpread, spread);
+    m_minSpread = std::min(m_minSpread, spread);
+    if (m_baselineSamples <= 2) {
         // Let the fingers settle: the start point is the third frame's centroid.
-        ++baselineSamples;
-        startCentroidX = cx;
-        startCentroidY = cy;
+        ++m_baselineSamples;
+        m_startCentroidX = cx;
+        m_startCentroidY = cy;
         return std::nullopt;
     }
-    if (t - gestureStartTime > gestureWindow)
+    if (t - m_gestureStartTime > gestureWindow)
         return std::nullopt;
 
-    const float travel = std::hypot(cx - startCentroidX, cy - startCentroidY);
-    const float shrink = referenceSpread - spread;
-    const float growth = spread - minSpread;
+    const float travel = std::hypot(cx - m_startCentroidX, cy - m_startCentroidY);
+    const float shrink = m_referenceSpread - spread;
+    const float growth = spread - m_minSpread;
 
     std::optional<PinchDirection> direction;
     if (growth <= shrink) {
-        if (referenceSpread > 0 && shrink >= minAbsShrink && referenceSpread >= minStartSpread
-            && shrink / referenceSpread >= pinchShrinkRatio && travel <= maxCentroidTravelRatio * referenceSpread)
+        if (m_referenceSpread > 0 && shrink >= minAbsShrink && m_referenceSpread >= minStartSpread
+            && shrink / m_referenceSpread >= pinchShrinkRatio && travel <= maxCentroidTravelRatio * m_referenceSpread)
             direction = PinchDirection::pinchIn;
     } else if (spread > 0 && growth >= minAbsShrink && spread >= minStartSpread && growth / spread >= pinchShrinkRatio
                && travel <= maxCentroidTravelRatio * spread) {
@@ -78,7 +78,7 @@ std::optional<PinchDirection> PinchRecognizer::process(const QList<Contact> &con
     if (!direction || isSwipe(contacts))
         return std::nullopt;
 
-    lastTriggerTime = t;
+    m_lastTriggerTime = t;
     reset();
     return direction;
 }

@@ -19,10 +19,10 @@ public:
     static constexpr double gestureWindow = 1.5;
     static constexpr double cooldown = 1.0;
 
-    explicit PinchRecognizer(int requiredFingers = 4) : requiredFingers(requiredFingers) {}
+    explicit PinchRecognizer(int requiredFingers = 4) : m_requiredFingers(requiredFingers) {}
 
     void setRequiredFingers(int fingers);
-    int required() const { return requiredFingers; }
+    int required() const { return m_requiredFingers; }
     // Returns the direction when this frame completes a pinch.
     std::optional<PinchDirection> process(const QList<Contact> &contacts, double t);
     void reset();
@@ -31,12 +31,12 @@ public:
     static bool isSwipe(const QList<Contact> &contacts);
 
 private:
-    int requiredFingers;
-    bool tracking = false;
-    int baselineSamples = 0;
-    float referenceSpread = 0;
-    float minSpread = 0;
-    float startCentroidX = 0, startCentroidY = 0;
-    double gestureStartTime = 0;
-    double lastTriggerTime = 0;
+    int m_requiredFingers;
+    bool m_tracking = false;
+    int m_baselineSamples = 0;
+    float m_referenceSpread = 0;
+    float m_minSpread = 0;
+    float m_startCentroidX = 0, m_startCentroidY = 0;
+    double m_gestureStartTime = 0;
+    double m_lastTriggerTime = 0;
 };

@@ -1,10 +1,10 @@
 #include "layout/AppReconciler.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "layout/FolderEdits.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 
 namespace AppReconciler {
 

@@ -1,10 +1,10 @@
 #include "layout/FolderEdits.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "layout/FolderSlots.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 
 #define FOLDER_LOG(...) qCDebug(lcLayout, __VA_ARGS__)
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layout/GridRecords.h"
+#include "foundation/GridRecords.h"
 #include "layout/SlotEdit.h"
 
 #include <QSet>

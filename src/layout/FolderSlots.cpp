@@ -1,7 +1,7 @@
 #include "layout/FolderSlots.h"
 
 #include "layout/PageGeometry.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layout/GridRecords.h"
+#include "foundation/GridRecords.h"
 
 // The paged cell list of one folder.
 namespace FolderSlots {

@@ -1,7 +1,7 @@
 #include "layout/GridEntry.h"
 
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 QUuid entryId(const GridEntry &entry)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "layout/GridRecords.h"
-#include "layout/WidgetItem.h"
+#include "foundation/GridRecords.h"
+#include "foundation/WidgetItem.h"
 #include "organise/WorkflowItem.h"
 
 #include <QHash>

@@ -1,8 +1,8 @@
 #include "layout/LayoutSanitizer.h"
 
-#include "app/Logging.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/Logging.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 namespace LayoutSanitizer {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "layout/GridRecords.h"
+#include "foundation/GridRecords.h"
 #include "layout/SlotEdit.h"
-#include "layout/WidgetItem.h"
+#include "foundation/WidgetItem.h"
 #include "organise/WorkflowItem.h"
 
 #include <QSet>

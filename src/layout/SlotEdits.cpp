@@ -1,6 +1,6 @@
 #include "layout/SlotEdits.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 namespace SlotEdits {
 

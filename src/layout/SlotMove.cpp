@@ -1,8 +1,8 @@
 #include "layout/SlotMove.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "layout/SlotEdits.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 
 #define DRAG_LOG(...) qCDebug(lcLayout, __VA_ARGS__)
 

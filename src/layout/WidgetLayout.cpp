@@ -1,10 +1,10 @@
 #include "layout/WidgetLayout.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 #include <QHash>
 #include <algorithm>

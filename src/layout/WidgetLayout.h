@@ -2,7 +2,7 @@
 
 #include "layout/PageGeometry.h"
 #include "layout/SlotEdit.h"
-#include "layout/WidgetItem.h"
+#include "foundation/WidgetItem.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "organise/WorkflowItem.h"
 
-#include "layout/JsonFields.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/JsonFields.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 QString WorkflowItem::key() const
 {

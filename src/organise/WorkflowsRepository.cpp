@@ -1,35 +1,35 @@
 #include "organise/WorkflowsRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
 WorkflowsRepositoryImpl::WorkflowsRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store)
-    : store(std::move(store))
-    , logger(lcPersistence())
+    : m_store(std::move(store))
+    , m_logger(lcPersistence())
 {
 }
 
 QList<WorkflowItem> WorkflowsRepositoryImpl::load() const
 {
-    const auto bytes = store->data(QLatin1String(SettingsKeys::kWorkflows));
+    const auto bytes = m_store->data(QLatin1String(SettingsKeys::kWorkflows));
     if (!bytes) {
-        qCDebug(logger, "No workflows data found");
+        qCDebug(m_logger, "No workflows data found");
         return {};
     }
     QString error;
     const auto workflows = RecordList::decode<WorkflowItem>(*bytes, &error);
     if (!workflows) {
-        qCWarning(logger, "Failed to decode workflows: %s", qUtf8Printable(error));
+        qCWarning(m_logger, "Failed to decode workflows: %s", qUtf8Printable(error));
         return {};
     }
-    qCDebug(logger, "Loaded %ld workflows", long(workflows->size()));
+    qCDebug(m_logger, "Loaded %ld workflows", long(workflows->size()));
     return *workflows;
 }
 
 void WorkflowsRepositoryImpl::save(const QList<WorkflowItem> &workflows)
 {
-    store->set(RecordList::encode(workflows), QLatin1String(SettingsKeys::kWorkflows));
-    qCDebug(logger, "Saved %ld workflows", long(workflows.size()));
+    m_store->set(RecordList::encode(workflows), QLatin1String(SettingsKeys::kWorkflows));
+    qCDebug(m_logger, "Saved %ld workflows", long(workflows.size()));
 }

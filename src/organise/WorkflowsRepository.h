@@ -23,6 +23,6 @@ public:
     void save(const QList<WorkflowItem> &workflows) override;
 
 private:
-    std::shared_ptr<UserDefaultsStoreType> store;
-    const QLoggingCategory &logger;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
+    const QLoggingCategory &m_logger;
 };

@@ -4,7 +4,7 @@
 
 AppNameRepositoryImpl::AppNameRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore)
     : defaultsKey(QLatin1String(SettingsKeys::kCustomAppNames))
-    , cache(std::move(standardStore), defaultsKey, [](const QString &name) { return QJsonValue(name); },
+    , m_cache(std::move(standardStore), defaultsKey, [](const QString &name) { return QJsonValue(name); },
             [](const QJsonValue &v) { return v.isString() ? std::optional<QString>(v.toString()) : std::nullopt; })
 {
 }
@@ -13,10 +13,10 @@ void AppNameRepositoryImpl::setCustomName(const QString &appPath, const QString 
 {
     // A blank name means "use the application's own name again".
     if (name.trimmed().isEmpty()) {
-        cache.remove(appPath);
+        m_cache.remove(appPath);
         return;
     }
-    cache.set(appPath, name.trimmed());
+    m_cache.set(appPath, name.trimmed());
 }
 
 QString AppNameRepositoryImpl::displayName(const QString &appPath, const QString &catalogueName) const

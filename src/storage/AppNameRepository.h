@@ -2,20 +2,30 @@
 
 #include "storage/JsonMapCache.h"
 
+class AppNameRepository {
+public:
+    virtual ~AppNameRepository() = default;
+    virtual std::optional<QString> customName(const QString &appPath) const = 0;
+    virtual void setCustomName(const QString &appPath, const QString &name) = 0;
+    virtual void removeCustomName(const QString &appPath) = 0;
+    virtual const QMap<QString, QString> &all() const = 0;
+    // The name to show: the custom one, else the catalogue's.
+    virtual QString displayName(const QString &appPath, const QString &catalogueName) const = 0;
+};
+
 // Custom names of applications by path ("CustomAppNamesV1", standard store).
-class AppNameRepositoryImpl {
+class AppNameRepositoryImpl final : public AppNameRepository {
 public:
     explicit AppNameRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore);
 
-    std::optional<QString> customName(const QString &appPath) const { return cache.get(appPath); }
-    void setCustomName(const QString &appPath, const QString &name);
-    void removeCustomName(const QString &appPath) { cache.remove(appPath); }
-    const QMap<QString, QString> &all() const { return cache.all(); }
-    // The name to show: the custom one, else the catalogue's.
-    QString displayName(const QString &appPath, const QString &catalogueName) const;
+    std::optional<QString> customName(const QString &appPath) const override { return m_cache.get(appPath); }
+    void setCustomName(const QString &appPath, const QString &name) override;
+    void removeCustomName(const QString &appPath) override { m_cache.remove(appPath); }
+    const QMap<QString, QString> &all() const override { return m_cache.all(); }
+    QString displayName(const QString &appPath, const QString &catalogueName) const override;
 
     const QString defaultsKey;
 
 private:
-    JsonMapCache<QString> cache;
+    JsonMapCache<QString> m_cache;
 };

@@ -9,7 +9,7 @@ const QStringList AppearanceRepositoryImpl::kTitleColorValues{QStringLiteral("au
                                                               QStringLiteral("dark")};
 
 AppearanceRepositoryImpl::AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore)
-    : defaults(std::move(standardStore))
+    : m_defaults(std::move(standardStore))
 {
 }
 
@@ -20,14 +20,14 @@ QString AppearanceRepositoryImpl::displayKey(const QString &base, const DisplayP
 
 void AppearanceRepositoryImpl::write(const QString &key, const QVariant &value)
 {
-    if (defaults->persistedObject(key) == PropertyListValue::normalized(value))
+    if (m_defaults->persistedObject(key) == PropertyListValue::normalized(value))
         return;
-    defaults->set(value, key);
+    m_defaults->set(value, key);
 }
 
 double AppearanceRepositoryImpl::iconSize(const DisplayProfile &display) const
 {
-    const double size = defaults->number(displayKey(QStringLiteral("iconSize"), display)).value_or(kDefaultIconSize);
+    const double size = m_defaults->number(displayKey(QStringLiteral("iconSize"), display)).value_or(kDefaultIconSize);
     return std::clamp(size, display.minIconSize, std::max(display.minIconSize, display.maxIconSize));
 }
 
@@ -40,7 +40,7 @@ void AppearanceRepositoryImpl::setIconSize(const DisplayProfile &display, double
 bool AppearanceRepositoryImpl::showLabels(const DisplayProfile &display) const
 {
     const QString key = displayKey(QStringLiteral("showLabels"), display);
-    return defaults->object(key).isValid() ? defaults->boolValue(key) : true;
+    return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setShowLabels(const DisplayProfile &display, bool show)
@@ -50,7 +50,7 @@ void AppearanceRepositoryImpl::setShowLabels(const DisplayProfile &display, bool
 
 int AppearanceRepositoryImpl::columns(const DisplayProfile &display) const
 {
-    const auto n = defaults->integer(displayKey(QStringLiteral("columns"), display));
+    const auto n = m_defaults->integer(displayKey(QStringLiteral("columns"), display));
     return std::clamp(int(n.value_or(kDefaultColumns)), kMinColumns, kMaxColumns);
 }
 
@@ -61,7 +61,7 @@ void AppearanceRepositoryImpl::setColumns(const DisplayProfile &display, int col
 
 int AppearanceRepositoryImpl::rows(const DisplayProfile &display) const
 {
-    const auto n = defaults->integer(displayKey(QStringLiteral("rows"), display));
+    const auto n = m_defaults->integer(displayKey(QStringLiteral("rows"), display));
     return std::clamp(int(n.value_or(kDefaultRows)), kMinRows, kMaxRows);
 }
 
@@ -72,7 +72,7 @@ void AppearanceRepositoryImpl::setRows(const DisplayProfile &display, int rows)
 
 double AppearanceRepositoryImpl::glassIntensity() const
 {
-    return defaults->number(QStringLiteral("glassIntensity")).value_or(0.85);
+    return m_defaults->number(QStringLiteral("glassIntensity")).value_or(0.85);
 }
 
 void AppearanceRepositoryImpl::setGlassIntensity(double value)
@@ -82,18 +82,18 @@ void AppearanceRepositoryImpl::setGlassIntensity(double value)
 
 QString AppearanceRepositoryImpl::theme() const
 {
-    return defaults->string(QStringLiteral("theme")).value_or(QStringLiteral("auto"));
+    return m_defaults->string(QStringLiteral("theme")).value_or(QStringLiteral("auto"));
 }
 
 void AppearanceRepositoryImpl::setTheme(const QString &theme)
 {
     write(QStringLiteral("theme"), theme);
-    defaults->synchronize();
+    m_defaults->synchronize();
 }
 
 QString AppearanceRepositoryImpl::titleColorOverride() const
 {
-    const QString value = defaults->string(QStringLiteral("titleColorOverride")).value_or(QString());
+    const QString value = m_defaults->string(QStringLiteral("titleColorOverride")).value_or(QString());
     return kTitleColorValues.contains(value) ? value : QStringLiteral("auto");
 }
 
@@ -105,7 +105,7 @@ void AppearanceRepositoryImpl::setTitleColorOverride(const QString &value)
 bool AppearanceRepositoryImpl::liquidGlassEnabled() const
 {
     const QString key = QStringLiteral("liquidGlassEnabled");
-    return defaults->object(key).isValid() ? defaults->boolValue(key) : true;
+    return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassEnabled(bool enabled)
@@ -115,7 +115,7 @@ void AppearanceRepositoryImpl::setLiquidGlassEnabled(bool enabled)
 
 QString AppearanceRepositoryImpl::liquidGlassMaterialStyle() const
 {
-    const QString style = defaults->string(QStringLiteral("liquidGlassMaterialStyle")).value_or(QString());
+    const QString style = m_defaults->string(QStringLiteral("liquidGlassMaterialStyle")).value_or(QString());
     return style == QLatin1String("clear") ? style : QStringLiteral("tinted");
 }
 
@@ -128,7 +128,7 @@ void AppearanceRepositoryImpl::setLiquidGlassMaterialStyle(const QString &style)
 bool AppearanceRepositoryImpl::liquidGlassTintStandard() const
 {
     const QString key = QStringLiteral("liquidGlassTintStandard");
-    return defaults->object(key).isValid() ? defaults->boolValue(key) : true;
+    return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintStandard(bool standard)
@@ -138,7 +138,7 @@ void AppearanceRepositoryImpl::setLiquidGlassTintStandard(bool standard)
 
 double AppearanceRepositoryImpl::liquidGlassTintIntensity() const
 {
-    return std::clamp(defaults->number(QStringLiteral("liquidGlassTintIntensity")).value_or(0.6), 0.0, 0.8);
+    return std::clamp(m_defaults->number(QStringLiteral("liquidGlassTintIntensity")).value_or(0.6), 0.0, 0.8);
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintIntensity(double value)
@@ -148,7 +148,7 @@ void AppearanceRepositoryImpl::setLiquidGlassTintIntensity(double value)
 
 double AppearanceRepositoryImpl::liquidGlassTintHue() const
 {
-    return defaults->number(QStringLiteral("liquidGlassTintHue")).value_or(0.55);
+    return m_defaults->number(QStringLiteral("liquidGlassTintHue")).value_or(0.55);
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintHue(double value)

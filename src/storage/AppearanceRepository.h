@@ -13,10 +13,39 @@ struct DisplayProfile {
     double maxIconSize = 256;
 };
 
+class AppearanceRepository {
+public:
+    virtual ~AppearanceRepository() = default;
+    virtual double iconSize(const DisplayProfile &display) const = 0;
+    virtual void setIconSize(const DisplayProfile &display, double size) = 0;
+    virtual bool showLabels(const DisplayProfile &display) const = 0;
+    virtual void setShowLabels(const DisplayProfile &display, bool show) = 0;
+    virtual int columns(const DisplayProfile &display) const = 0;
+    virtual void setColumns(const DisplayProfile &display, int columns) = 0;
+    virtual int rows(const DisplayProfile &display) const = 0;
+    virtual void setRows(const DisplayProfile &display, int rows) = 0;
+    virtual double glassIntensity() const = 0;
+    virtual void setGlassIntensity(double value) = 0;
+    virtual QString theme() const = 0;
+    virtual void setTheme(const QString &theme) = 0; // flushed at once
+    virtual QString titleColorOverride() const = 0;
+    virtual void setTitleColorOverride(const QString &value) = 0;
+    virtual bool liquidGlassEnabled() const = 0;
+    virtual void setLiquidGlassEnabled(bool enabled) = 0;
+    virtual QString liquidGlassMaterialStyle() const = 0; // "clear" or "tinted"
+    virtual void setLiquidGlassMaterialStyle(const QString &style) = 0;
+    virtual bool liquidGlassTintStandard() const = 0;
+    virtual void setLiquidGlassTintStandard(bool standard) = 0;
+    virtual double liquidGlassTintIntensity() const = 0; // 0 ... 0.8
+    virtual void setLiquidGlassTintIntensity(double value) = 0;
+    virtual double liquidGlassTintHue() const = 0;
+    virtual void setLiquidGlassTintHue(double value) = 0;
+};
+
 // Appearance settings (standard store). The grid geometry is remembered per
 // display under "<name>@<display key>"; reads and writes use the display's
 // own key, so every monitor keeps its own icon size and grid.
-class AppearanceRepositoryImpl {
+class AppearanceRepositoryImpl final : public AppearanceRepository {
 public:
     // Eight columns: moves and widget rectangles count rows eight cells wide, so
     // with eight the rows the user sees are the rows those rules use.
@@ -29,31 +58,31 @@ public:
 
     explicit AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore);
 
-    double iconSize(const DisplayProfile &display) const;
-    void setIconSize(const DisplayProfile &display, double size);
-    bool showLabels(const DisplayProfile &display) const;
-    void setShowLabels(const DisplayProfile &display, bool show);
-    int columns(const DisplayProfile &display) const;
-    void setColumns(const DisplayProfile &display, int columns);
-    int rows(const DisplayProfile &display) const;
-    void setRows(const DisplayProfile &display, int rows);
+    double iconSize(const DisplayProfile &display) const override;
+    void setIconSize(const DisplayProfile &display, double size) override;
+    bool showLabels(const DisplayProfile &display) const override;
+    void setShowLabels(const DisplayProfile &display, bool show) override;
+    int columns(const DisplayProfile &display) const override;
+    void setColumns(const DisplayProfile &display, int columns) override;
+    int rows(const DisplayProfile &display) const override;
+    void setRows(const DisplayProfile &display, int rows) override;
 
-    double glassIntensity() const;
-    void setGlassIntensity(double value);
-    QString theme() const;
-    void setTheme(const QString &theme); // flushed at once
-    QString titleColorOverride() const;
-    void setTitleColorOverride(const QString &value);
-    bool liquidGlassEnabled() const;
-    void setLiquidGlassEnabled(bool enabled);
-    QString liquidGlassMaterialStyle() const; // "clear" or "tinted"
-    void setLiquidGlassMaterialStyle(const QString &style);
-    bool liquidGlassTintStandard() const;
-    void setLiquidGlassTintStandard(bool standard);
-    double liquidGlassTintIntensity() const; // 0 ... 0.8
-    void setLiquidGlassTintIntensity(double value);
-    double liquidGlassTintHue() const;
-    void setLiquidGlassTintHue(double value);
+    double glassIntensity() const override;
+    void setGlassIntensity(double value) override;
+    QString theme() const override;
+    void setTheme(const QString &theme) override; // flushed at once
+    QString titleColorOverride() const override;
+    void setTitleColorOverride(const QString &value) override;
+    bool liquidGlassEnabled() const override;
+    void setLiquidGlassEnabled(bool enabled) override;
+    QString liquidGlassMaterialStyle() const override; // "clear" or "tinted"
+    void setLiquidGlassMaterialStyle(const QString &style) override;
+    bool liquidGlassTintStandard() const override;
+    void setLiquidGlassTintStandard(bool standard) override;
+    double liquidGlassTintIntensity() const override; // 0 ... 0.8
+    void setLiquidGlassTintIntensity(double value) override;
+    double liquidGlassTintHue() const override;
+    void setLiquidGlassTintHue(double value) override;
 
     static QString displayKey(const QString &base, const DisplayProfile &display);
 
@@ -61,5 +90,5 @@ private:
     // A setter whose value equals the current one writes nothing.
     void write(const QString &key, const QVariant &value);
 
-    std::shared_ptr<UserDefaultsStoreType> defaults;
+    std::shared_ptr<UserDefaultsStoreType> m_defaults;
 };

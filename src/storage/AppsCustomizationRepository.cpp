@@ -1,6 +1,6 @@
 #include "storage/AppsCustomizationRepository.h"
 
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
 
@@ -15,23 +15,23 @@ constexpr int kMaxIconEdge = 1024;
 AppsCustomizationRepositoryImpl::AppsCustomizationRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore,
                                                                  std::shared_ptr<FileSystemStore> files)
     : defaultsKey(QLatin1String(SettingsKeys::kCustomAppIcons))
-    , cache(standardStore, defaultsKey, [](const CustomAppIcon &icon) { return QJsonValue(icon.toJson()); },
+    , m_cache(standardStore, defaultsKey, [](const CustomAppIcon &icon) { return QJsonValue(icon.toJson()); },
             [](const QJsonValue &v) {
                 return v.isObject() ? CustomAppIcon::fromJson(v.toObject()) : std::nullopt;
             })
-    , store(std::move(standardStore))
+    , m_store(std::move(standardStore))
     , m_files(std::move(files))
 {
 }
 
 void AppsCustomizationRepositoryImpl::removeIcon(const QString &appPath)
 {
-    const auto existing = cache.get(appPath);
+    const auto existing = m_cache.get(appPath);
     if (!existing)
         return;
     if (!existing->isAsset())
         m_files->removeItemIfExists(existing->imagePath);
-    cache.remove(appPath);
+    m_cache.remove(appPath);
 }
 
 std::optional<CustomAppIcon> AppsCustomizationRepositoryImpl::importImage(const QString &appPath,
@@ -59,27 +59,27 @@ std::optional<CustomAppIcon> AppsCustomizationRepositoryImpl::importImage(const 
     }
     removeIcon(appPath);
     CustomAppIcon icon{target, image.hasAlphaChannel(), CustomAppIconBackgroundMode::material};
-    cache.set(appPath, icon);
+    m_cache.set(appPath, icon);
     return icon;
 }
 
 bool AppsCustomizationRepositoryImpl::assetIconsApplied() const
 {
-    return store->boolValue(QLatin1String(SettingsKeys::kAssetIconsApplied));
+    return m_store->boolValue(QLatin1String(SettingsKeys::kAssetIconsApplied));
 }
 
 void AppsCustomizationRepositoryImpl::setAssetIconsApplied(bool applied)
 {
-    store->set(applied, QLatin1String(SettingsKeys::kAssetIconsApplied));
+    m_store->set(applied, QLatin1String(SettingsKeys::kAssetIconsApplied));
 }
 
 void AppsCustomizationRepositoryImpl::removeAllAssetIcons()
 {
     QMap<QString, CustomAppIcon> kept;
-    const auto &icons = cache.all();
+    const auto &icons = m_cache.all();
     for (auto it = icons.cbegin(); it != icons.cend(); ++it)
         if (!it.value().isAsset())
             kept.insert(it.key(), it.value());
-    cache.replaceAll(kept);
-    store->removeObject(QLatin1String(SettingsKeys::kAssetIconsApplied));
+    m_cache.replaceAll(kept);
+    m_store->removeObject(QLatin1String(SettingsKeys::kAssetIconsApplied));
 }

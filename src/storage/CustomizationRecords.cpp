@@ -1,6 +1,6 @@
 #include "storage/CustomizationRecords.h"
 
-#include "layout/JsonFields.h"
+#include "foundation/JsonFields.h"
 
 QJsonObject CustomAppIcon::toJson() const
 {

@@ -1,6 +1,6 @@
 #include "storage/DomainFileFormat.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "storage/PropertyListValue.h"
 
 #include <QCryptographicHash>

@@ -4,7 +4,7 @@
 
 FolderIconStyleRepositoryImpl::FolderIconStyleRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore)
     : defaultsKey(QLatin1String(SettingsKeys::kFolderIconStyles))
-    , cache(std::move(standardStore), defaultsKey,
+    , m_cache(std::move(standardStore), defaultsKey,
             [](const FolderIconStyle &style) { return QJsonValue(style.toJson()); },
             [](const QJsonValue &v) { return v.isObject() ? FolderIconStyle::fromJson(v.toObject()) : std::nullopt; })
 {

@@ -1,35 +1,35 @@
 #include "storage/FoldersRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
 FoldersRepositoryImpl::FoldersRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store)
-    : store(std::move(store))
-    , logger(lcPersistence())
+    : m_store(std::move(store))
+    , m_logger(lcPersistence())
 {
 }
 
 QList<FolderItem> FoldersRepositoryImpl::loadAll() const
 {
-    const auto bytes = store->data(QLatin1String(SettingsKeys::kFolders));
+    const auto bytes = m_store->data(QLatin1String(SettingsKeys::kFolders));
     if (!bytes) {
-        qCDebug(logger, "No folders data found in UserDefaults");
+        qCDebug(m_logger, "No folders data found in UserDefaults");
         return {};
     }
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(logger, "Failed to decode folders from UserDefaults: %s", qUtf8Printable(error));
+        qCWarning(m_logger, "Failed to decode folders from UserDefaults: %s", qUtf8Printable(error));
         return {};
     }
-    qCDebug(logger, "Successfully decoded %ld folders from UserDefaults", long(folders->size()));
+    qCDebug(m_logger, "Successfully decoded %ld folders from UserDefaults", long(folders->size()));
     return *folders;
 }
 
 void FoldersRepositoryImpl::saveAll(const QList<FolderItem> &folders)
 {
-    store->set(RecordList::encode(folders), QLatin1String(SettingsKeys::kFolders));
-    qCDebug(logger, "Successfully saved %ld folders to UserDefaults", long(folders.size()));
+    m_store->set(RecordList::encode(folders), QLatin1String(SettingsKeys::kFolders));
+    qCDebug(m_logger, "Successfully saved %ld folders to UserDefaults", long(folders.size()));
 }

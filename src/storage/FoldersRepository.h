@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layout/GridRecords.h"
+#include "foundation/GridRecords.h"
 
 #include <QLoggingCategory>
 #include <memory>
@@ -22,6 +22,6 @@ public:
     void saveAll(const QList<FolderItem> &folders) override;
 
 private:
-    std::shared_ptr<UserDefaultsStoreType> store;
-    const QLoggingCategory &logger;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
+    const QLoggingCategory &m_logger;
 };

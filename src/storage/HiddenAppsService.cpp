@@ -1,18 +1,18 @@
 #include "storage/HiddenAppsService.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
 HiddenAppsServiceImpl::HiddenAppsServiceImpl(std::shared_ptr<UserDefaultsStoreType> store)
-    : store(std::move(store))
-    , logger(lcPersistence())
+    : m_store(std::move(store))
+    , m_logger(lcPersistence())
 {
 }
 
 QStringList HiddenAppsServiceImpl::stored() const
 {
-    QStringList list = store->stringList(QLatin1String(SettingsKeys::kHiddenApps));
+    QStringList list = m_store->stringList(QLatin1String(SettingsKeys::kHiddenApps));
     list.removeDuplicates();
     return list;
 }
@@ -20,7 +20,7 @@ QStringList HiddenAppsServiceImpl::stored() const
 QStringList HiddenAppsServiceImpl::hiddenApps() const
 {
     const QStringList list = stored();
-    qCDebug(logger, "Retrieved %ld hidden apps", long(list.size()));
+    qCDebug(m_logger, "Retrieved %ld hidden apps", long(list.size()));
     return list;
 }
 
@@ -30,8 +30,8 @@ void HiddenAppsServiceImpl::hide(const QString &path)
     if (list.contains(path))
         return;
     list.append(path);
-    store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
-    qCDebug(logger, "Hidden app: %s", qUtf8Printable(path));
+    m_store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
+    qCDebug(m_logger, "Hidden app: %s", qUtf8Printable(path));
 }
 
 void HiddenAppsServiceImpl::show(const QString &path)
@@ -39,8 +39,8 @@ void HiddenAppsServiceImpl::show(const QString &path)
     QStringList list = stored();
     if (!list.removeAll(path))
         return;
-    store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
-    qCDebug(logger, "Showed app: %s", qUtf8Printable(path));
+    m_store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
+    qCDebug(m_logger, "Showed app: %s", qUtf8Printable(path));
 }
 
 bool HiddenAppsServiceImpl::isHidden(const QString &path) const
@@ -57,8 +57,8 @@ qsizetype HiddenAppsServiceImpl::removeDeleted(const std::function<bool(const QS
             kept.append(path);
     const qsizetype removed = before.size() - kept.size();
     if (removed > 0) {
-        store->set(kept, QLatin1String(SettingsKeys::kHiddenApps));
-        qCDebug(logger, "🗑️ [CLEANUP] Removed %ld deleted apps from hidden list", long(removed));
+        m_store->set(kept, QLatin1String(SettingsKeys::kHiddenApps));
+        qCDebug(m_logger, "🗑️ [CLEANUP] Removed %ld deleted apps from hidden list", long(removed));
     }
     return removed;
 }

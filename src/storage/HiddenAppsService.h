@@ -31,6 +31,6 @@ public:
 private:
     QStringList stored() const;
 
-    std::shared_ptr<UserDefaultsStoreType> store;
-    const QLoggingCategory &logger;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
+    const QLoggingCategory &m_logger;
 };

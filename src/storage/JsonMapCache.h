@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "storage/UserDefaultsStoreType.h"
 
 #include <QJsonDocument>

@@ -1,9 +1,9 @@
 #include "storage/MigrationService.h"
 
-#include "app/Logging.h"
-#include "layout/GridRecords.h"
-#include "layout/RecordList.h"
-#include "layout/Uuids.h"
+#include "foundation/Logging.h"
+#include "foundation/GridRecords.h"
+#include "foundation/RecordList.h"
+#include "foundation/Uuids.h"
 #include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -24,9 +24,9 @@ QString key(const char *name) { return QLatin1String(name); }
 }
 
 MigrationService::MigrationService(std::shared_ptr<UserDefaultsStoreType> defaults, std::shared_ptr<FileSystemStore> fs)
-    : defaults(std::move(defaults))
-    , fs(std::move(fs))
-    , logger(lcPersistence())
+    : m_defaults(std::move(defaults))
+    , m_fs(std::move(fs))
+    , m_logger(lcPersistence())
 {
 }
 
@@ -48,29 +48,29 @@ void MigrationService::runAll()
 
 bool MigrationService::isAbsent(const char *name) const
 {
-    return !defaults->persistedObject(key(name)).isValid();
+    return !m_defaults->persistedObject(key(name)).isValid();
 }
 
 bool MigrationService::fillAbsent(const char *name, const QVariant &value)
 {
     if (!isAbsent(name))
         return false;
-    defaults->set(value, key(name));
+    m_defaults->set(value, key(name));
     return true;
 }
 
 void MigrationService::once(const char *flag, const std::function<void()> &step)
 {
-    if (defaults->boolValue(key(flag)))
+    if (m_defaults->boolValue(key(flag)))
         return;
     step();
-    defaults->set(true, key(flag));
+    m_defaults->set(true, key(flag));
 }
 
 void MigrationService::migrateTheme()
 {
     if (fillAbsent("theme", QStringLiteral("auto")))
-        defaults->synchronize(); // theme writes are flushed at once
+        m_defaults->synchronize(); // theme writes are flushed at once
 }
 
 void MigrationService::migrateTitleColor()
@@ -81,15 +81,15 @@ void MigrationService::migrateTitleColor()
 void MigrationService::migrateGlassMaterial()
 {
     if (fillAbsent("liquidGlassMaterialStyle", QStringLiteral("tinted")))
-        qCInfo(logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
+        qCInfo(m_logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
 }
 
 void MigrationService::migrateGlassEnabled()
 {
     once(kLiquidGlassDoneFlag, [this] {
         // A user who switched the glass off on purpose keeps it off.
-        if (!defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
-            defaults->set(true, QStringLiteral("liquidGlassEnabled"));
+        if (!m_defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
+            m_defaults->set(true, QStringLiteral("liquidGlassEnabled"));
     });
 }
 
@@ -98,20 +98,20 @@ void MigrationService::migrateGlassEnabled()
 void MigrationService::migratePinchGesture()
 {
     once(kGesturePinchDoneFlag, [this] {
-        defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
+        m_defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
         fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
-        qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
+        qCDebug(m_logger, "Migrated: enabled Pinch to invoke once for all users");
     });
 }
 
 void MigrationService::migrateShowOverFullscreen()
 {
-    once(kShowOverFullscreenDoneFlag, [this] { defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
+    once(kShowOverFullscreenDoneFlag, [this] { m_defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
 }
 
 void MigrationService::migrateHideButton()
 {
-    once(kHideButtonDoneFlag, [this] { defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
+    once(kHideButtonDoneFlag, [this] { m_defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
 }
 
 void MigrationService::migrateSunBackground()
@@ -120,7 +120,7 @@ void MigrationService::migrateSunBackground()
     wrote |= fillAbsent("sunBackgroundAutoEnabled", true);
     wrote |= fillAbsent("sunBackgroundManualTime", 12.0);
     if (wrote)
-        qCInfo(logger, "Migrated: set Sun Background defaults for existing user");
+        qCInfo(m_logger, "Migrated: set Sun Background defaults for existing user");
 }
 
 void MigrationService::migrateWeatherBackground()
@@ -135,13 +135,13 @@ void MigrationService::migrateWeatherBackground()
 void MigrationService::migrateBackgroundImageToFile()
 {
     const QString legacyKey = key(SettingsKeys::kLegacyCustomBackgroundImageData);
-    const auto bytes = defaults->data(legacyKey);
+    const auto bytes = m_defaults->data(legacyKey);
     if (!bytes)
         return;
     const auto fail = [this](const QString &error) {
         // The bytes stay stored: nothing of the user's is lost, and a later
         // launch tries again.
-        qCWarning(logger, "Migration failed: %s", qUtf8Printable(error));
+        qCWarning(m_logger, "Migration failed: %s", qUtf8Printable(error));
     };
 
     QBuffer buffer;
@@ -153,24 +153,24 @@ void MigrationService::migrateBackgroundImageToFile()
     if (format == "jpeg")
         format = "jpg";
 
-    const QString folder = fs->pathFor(QLatin1String(kWallpapersFolder));
+    const QString folder = m_fs->pathFor(QLatin1String(kWallpapersFolder));
     QString error;
-    if (!fs->ensureDirectory(folder, &error))
+    if (!m_fs->ensureDirectory(folder, &error))
         return fail(error);
     const QString path = QDir(folder).filePath(Uuids::newText() + u'.' + QString::fromLatin1(format));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(*bytes) != bytes->size() || !file.commit())
         return fail(QStringLiteral("%1: %2").arg(path, file.errorString()));
 
-    defaults->set(path, key(SettingsKeys::kCustomBackgroundImagePath));
-    defaults->removeObject(legacyKey); // only now that the file is safely written
-    qCInfo(logger, "Migrated background image data to file: %s", qUtf8Printable(path));
+    m_defaults->set(path, key(SettingsKeys::kCustomBackgroundImagePath));
+    m_defaults->removeObject(legacyKey); // only now that the file is safely written
+    qCInfo(m_logger, "Migrated background image data to file: %s", qUtf8Printable(path));
 }
 
 void MigrationService::migrateFoldersToSlots()
 {
     const QString foldersKey = key(SettingsKeys::kFolders);
-    const auto bytes = defaults->data(foldersKey);
+    const auto bytes = m_defaults->data(foldersKey);
     if (!bytes)
         return;
     const QJsonDocument document = QJsonDocument::fromJson(*bytes);
@@ -184,18 +184,18 @@ void MigrationService::migrateFoldersToSlots()
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(logger, "Failed to decode folders for the slots migration: %s", qUtf8Printable(error));
+        qCWarning(m_logger, "Failed to decode folders for the slots migration: %s", qUtf8Printable(error));
         return; // the stored value stays as it is
     }
-    qCInfo(logger, "Migrating folders to slots format");
-    defaults->set(RecordList::encode(*folders), foldersKey);
-    qCInfo(logger, "Successfully migrated %ld folders to slots format", long(folders->size()));
+    qCInfo(m_logger, "Migrating folders to slots format");
+    m_defaults->set(RecordList::encode(*folders), foldersKey);
+    qCInfo(m_logger, "Successfully migrated %ld folders to slots format", long(folders->size()));
 }
 
 void MigrationService::clearDanglingActiveSpace()
 {
     if (!isAbsent(kSpacesItems) || isAbsent(kSpacesActiveSpaceId))
         return;
-    defaults->removeObject(key(kSpacesActiveSpaceId));
-    qCInfo(logger, "Spaces: cleared activeSpaceId (no spaces list)");
+    m_defaults->removeObject(key(kSpacesActiveSpaceId));
+    qCInfo(m_logger, "Spaces: cleared activeSpaceId (no spaces list)");
 }

@@ -47,7 +47,7 @@ private:
     // Runs the step unless its done flag is set, then sets the flag.
     void once(const char *flag, const std::function<void()> &step);
 
-    std::shared_ptr<UserDefaultsStoreType> defaults;
-    std::shared_ptr<FileSystemStore> fs;
-    const QLoggingCategory &logger;
+    std::shared_ptr<UserDefaultsStoreType> m_defaults;
+    std::shared_ptr<FileSystemStore> m_fs;
+    const QLoggingCategory &m_logger;
 };

@@ -4,18 +4,18 @@
 #include "storage/UserDefaultsStoreType.h"
 
 OrderRepositoryImpl::OrderRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store)
-    : store(std::move(store))
+    : m_store(std::move(store))
 {
 }
 
 QStringList OrderRepositoryImpl::read(const char *key) const
 {
-    return store->stringList(QLatin1String(key));
+    return m_store->stringList(QLatin1String(key));
 }
 
 void OrderRepositoryImpl::write(const char *key, const QStringList &list)
 {
-    store->set(list, QLatin1String(key));
+    m_store->set(list, QLatin1String(key));
 }
 
 QStringList OrderRepositoryImpl::appOrder() const { return read(SettingsKeys::kAppOrder); }

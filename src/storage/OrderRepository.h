@@ -36,5 +36,5 @@ private:
     QStringList read(const char *key) const;
     void write(const char *key, const QStringList &list);
 
-    std::shared_ptr<UserDefaultsStoreType> store;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
 };

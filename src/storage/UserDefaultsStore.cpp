@@ -1,7 +1,7 @@
 #include "storage/UserDefaultsStore.h"
 
-#include "app/BundleIdentity.h"
-#include "app/Logging.h"
+#include "foundation/BundleIdentity.h"
+#include "foundation/Logging.h"
 #include "storage/DomainFileFormat.h"
 #include "storage/PropertyListValue.h"
 
@@ -35,8 +35,8 @@ UserDefaultsStore::UserDefaultsStore(const QString &domainName, std::optional<QS
                                      const QString &directory)
     : m_domainName(domainName)
     , m_directory(directory.isEmpty() ? defaultDirectory() : directory)
-    , defaults(openDomain(m_directory, domainName))
-    , persistentDomainName(std::move(persistentDomainName))
+    , m_defaults(openDomain(m_directory, domainName))
+    , m_persistentDomainName(std::move(persistentDomainName))
 {
 }
 
@@ -70,20 +70,20 @@ QVariant UserDefaultsStore::registeredDefault(const QString &key)
 
 QString UserDefaultsStore::fileName() const
 {
-    return defaults->fileName();
+    return m_defaults->fileName();
 }
 
 QStringList UserDefaultsStore::persistedKeys() const
 {
     QStringList keys;
-    for (const QString &k : defaults->allKeys())
+    for (const QString &k : m_defaults->allKeys())
         keys.append(DomainFileFormat::unescapeKey(k));
     return keys;
 }
 
 QVariant UserDefaultsStore::storedValue(const QString &key) const
 {
-    return defaults->value(DomainFileFormat::escapeKey(key));
+    return m_defaults->value(DomainFileFormat::escapeKey(key));
 }
 
 void UserDefaultsStore::set(const QVariant &value, const QString &key)
@@ -98,7 +98,7 @@ void UserDefaultsStore::set(const QVariant &value, const QString &key)
                   value.typeName(), qUtf8Printable(key));
         return;
     }
-    defaults->setValue(DomainFileFormat::escapeKey(key), stored);
+    m_defaults->setValue(DomainFileFormat::escapeKey(key), stored);
 }
 
 QVariant UserDefaultsStore::object(const QString &key) const
@@ -109,12 +109,12 @@ QVariant UserDefaultsStore::object(const QString &key) const
 
 QVariant UserDefaultsStore::persistedObject(const QString &key) const
 {
-    if (!persistentDomainName)
+    if (!m_persistentDomainName)
         return object(key);
-    if (*persistentDomainName == m_domainName)
+    if (*m_persistentDomainName == m_domainName)
         return storedValue(key);
     if (!m_persistentDomain)
-        m_persistentDomain = openDomain(m_directory, *persistentDomainName);
+        m_persistentDomain = openDomain(m_directory, *m_persistentDomainName);
     m_persistentDomain->sync();
     return m_persistentDomain->value(DomainFileFormat::escapeKey(key));
 }
@@ -173,12 +173,12 @@ std::optional<QVariantMap> UserDefaultsStore::dictionary(const QString &key) con
 
 void UserDefaultsStore::removeObject(const QString &key)
 {
-    defaults->remove(DomainFileFormat::escapeKey(key));
+    m_defaults->remove(DomainFileFormat::escapeKey(key));
 }
 
 void UserDefaultsStore::synchronize()
 {
-    defaults->sync();
-    if (defaults->status() == QSettings::AccessError)
-        qCWarning(lcPersistence, "Settings file %s could not be written", qUtf8Printable(defaults->fileName()));
+    m_defaults->sync();
+    if (m_defaults->status() == QSettings::AccessError)
+        qCWarning(lcPersistence, "Settings file %s could not be written", qUtf8Printable(m_defaults->fileName()));
 }

@@ -44,7 +44,7 @@ private:
 
     QString m_domainName;
     QString m_directory;
-    std::unique_ptr<QSettings> defaults;
-    std::optional<QString> persistentDomainName;
+    std::unique_ptr<QSettings> m_defaults;
+    std::optional<QString> m_persistentDomainName;
     mutable std::unique_ptr<QSettings> m_persistentDomain;
 };

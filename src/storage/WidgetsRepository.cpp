@@ -1,7 +1,7 @@
 #include "storage/WidgetsRepository.h"
 
-#include "app/Logging.h"
-#include "layout/RecordList.h"
+#include "foundation/Logging.h"
+#include "foundation/RecordList.h"
 #include "storage/FileSystemStore.h"
 #include "storage/UserDefaultsStoreType.h"
 
@@ -10,15 +10,15 @@
 
 WidgetsRepositoryImpl::WidgetsRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store,
                                              std::shared_ptr<FileSystemStore> files, QString key)
-    : store(std::move(store))
-    , key(std::move(key))
+    : m_store(std::move(store))
+    , m_key(std::move(key))
     , m_files(std::move(files))
 {
 }
 
 QList<WidgetItem> WidgetsRepositoryImpl::load() const
 {
-    const auto bytes = store->data(key);
+    const auto bytes = m_store->data(m_key);
     if (!bytes)
         return {};
     QString error;
@@ -32,7 +32,7 @@ QList<WidgetItem> WidgetsRepositoryImpl::load() const
 
 void WidgetsRepositoryImpl::save(const QList<WidgetItem> &widgets)
 {
-    store->set(RecordList::encode(widgets), key);
+    m_store->set(RecordList::encode(widgets), m_key);
 }
 
 std::optional<QString> WidgetsRepositoryImpl::copyImage(const QString &source, QString *error) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "layout/WidgetItem.h"
+#include "foundation/WidgetItem.h"
 
 #include <QList>
 #include <memory>
@@ -27,7 +27,7 @@ public:
     std::optional<QString> copyImage(const QString &source, QString *error = nullptr) const;
 
 private:
-    std::shared_ptr<UserDefaultsStoreType> store;
-    QString key;
+    std::shared_ptr<UserDefaultsStoreType> m_store;
+    QString m_key;
     std::shared_ptr<FileSystemStore> m_files;
 };

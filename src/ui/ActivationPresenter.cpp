@@ -1,10 +1,10 @@
 #include "ui/ActivationPresenter.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "catalogue/AppLauncher.h"
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 #include <QFileInfo>
 #include <QTimer>

@@ -1,8 +1,8 @@
 #include "ui/DragController.h"
 
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 #include "ui/ActivationPresenter.h"
 #include "ui/FolderPresenter.h"
 #include "ui/PagesPresenter.h"

@@ -2,8 +2,8 @@
 
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 #include "ui/CellFactory.h"
 
 FolderPresenter::FolderPresenter(LaunchpadViewModel &layout, const CellFactory &cells, QObject *parent)

@@ -1,7 +1,7 @@
 #include "ui/GridCell.h"
 
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 namespace {
 constexpr int kFolderPreviewCount = 9;

@@ -1,8 +1,8 @@
 #include "ui/GridPresenter.h"
 
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
 #include "storage/AppNameRepository.h"
 
 GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &names,

@@ -1,7 +1,7 @@
 #include "ui/HiddenAppsPresenter.h"
 
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 #include "ui/CellFactory.h"
 
 #include <QCollator>

@@ -1,7 +1,7 @@
 #include "ui/OverlayWindow.h"
 
 #include "app/LaunchpadWindowController.h"
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "ui/BackdropProvider.h"
 #include "ui/GridPresenter.h"
 #include "ui/IconImageProvider.h"

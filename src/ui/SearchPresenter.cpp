@@ -1,7 +1,7 @@
 #include "ui/SearchPresenter.h"
 
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 #include "ui/ActivationPresenter.h"
 #include "ui/CellFactory.h"
 #include "ui/SearchMatcher.h"

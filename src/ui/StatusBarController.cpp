@@ -1,7 +1,7 @@
 #include "ui/StatusBarController.h"
 
 #include "app/LaunchpadWindowController.h"
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QApplication>
 #include <QIcon>

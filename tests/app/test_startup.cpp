@@ -4,7 +4,7 @@
 #include "app/LaunchpadWindowController.h"
 #include "common/LogCapture.h"
 #include "common/TempEnvironment.h"
-#include "platform/fake/FakeApplicationPlatform.h"
+#include "fakes/FakeApplicationPlatform.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QFile>

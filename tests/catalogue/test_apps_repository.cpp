@@ -1,8 +1,8 @@
 #include "CatalogueFixtures.h"
-#include "app/BundleIdentity.h"
+#include "foundation/BundleIdentity.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "catalogue/BundleInfo.h"
-#include "platform/fake/FakeAppSource.h"
+#include "fakes/FakeAppSource.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -3,8 +3,8 @@
 #include "catalogue/CatalogueCache.h"
 #include "common/TempEnvironment.h"
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "platform/fake/FakeLayoutServices.h"
+#include "foundation/SlotKey.h"
+#include "fakes/FakeLayoutServices.h"
 
 #include <QFile>
 #include <QTest>

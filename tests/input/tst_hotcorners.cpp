@@ -1,7 +1,7 @@
 #include "input/HotCornersManager.h"
-#include "platform/fake/FakeApplicationActivity.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakePointerSource.h"
+#include "fakes/FakeApplicationActivity.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakePointerSource.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QTemporaryDir>

@@ -1,8 +1,8 @@
 #include "common/LogCapture.h"
 #include "input/HotKeyManager.h"
 #include "input/KeyboardShortcut.h"
-#include "platform/fake/FakeApplicationActivity.h"
-#include "platform/fake/FakeHotKeyService.h"
+#include "fakes/FakeApplicationActivity.h"
+#include "fakes/FakeHotKeyService.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QTemporaryDir>

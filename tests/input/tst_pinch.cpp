@@ -2,8 +2,8 @@
 #include "input/GesturesManager.h"
 #include "input/MultitouchPinchMonitor.h"
 #include "input/PinchRecognizer.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeContactFrameSource.h"
+#include "fakes/FakeClock.h"
+#include "fakes/FakeContactFrameSource.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QTemporaryDir>

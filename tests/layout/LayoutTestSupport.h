@@ -1,8 +1,8 @@
 #pragma once
 
 #include "layout/LaunchpadViewModel.h"
-#include "layout/SlotKey.h"
-#include "platform/fake/FakeLayoutServices.h"
+#include "foundation/SlotKey.h"
+#include "fakes/FakeLayoutServices.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,8 +1,8 @@
 // The slot-key grammar, page arithmetic and key resolution.
 #include "layout/GridEntry.h"
 #include "layout/PageGeometry.h"
-#include "layout/SlotKey.h"
-#include "layout/Uuids.h"
+#include "foundation/SlotKey.h"
+#include "foundation/Uuids.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #include "LayoutTestSupport.h"
 #include "layout/FolderSlotManager.h"
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "layout/WidgetLayout.h"
 
 #include <QRandomGenerator>

@@ -1,6 +1,6 @@
 #include "LayoutTestSupport.h"
 #include "common/LogCapture.h"
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "layout/WidgetLayout.h"
 
 using namespace LayoutTest;

@@ -2,7 +2,7 @@
 // decoding strictness and defaults, and failures that read as empty.
 #include "common/LogCapture.h"
 #include "common/TempEnvironment.h"
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 #include "organise/WorkflowsRepository.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"

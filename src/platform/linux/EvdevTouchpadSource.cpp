@@ -1,6 +1,6 @@
 #include "platform/linux/EvdevTouchpadSource.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "platform/linux/EvdevFrameAssembler.h"
 
 #include <QDir>

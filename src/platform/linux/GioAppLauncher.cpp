@@ -1,6 +1,6 @@
 #include "platform/linux/GioAppLauncher.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "platform/linux/X11StartupNotifier.h"
 
 #include <QAtomicInteger>

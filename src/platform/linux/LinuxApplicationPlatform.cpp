@@ -1,7 +1,7 @@
 #include "platform/linux/LinuxApplicationPlatform.h"
 
 #include "app/InstanceChannel.h"
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "platform/linux/LogindSleepWatcher.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 #include <QDBusConnection>
 

@@ -1,6 +1,6 @@
 #include "platform/linux/XcbHotKeyService.h"
 
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 #include "input/KeyboardShortcut.h"
 #include "platform/linux/XcbEventConnection.h"
 

@@ -1,7 +1,7 @@
-#include "layout/WidgetItem.h"
+#include "foundation/WidgetItem.h"
 
-#include "layout/JsonFields.h"
-#include "layout/Uuids.h"
+#include "foundation/JsonFields.h"
+#include "foundation/Uuids.h"
 
 #include <array>
 

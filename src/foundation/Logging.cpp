@@ -1,4 +1,4 @@
-#include "app/Logging.h"
+#include "foundation/Logging.h"
 
 Q_LOGGING_CATEGORY(lcApp, "com.tillmora.Tillmora.app")
 Q_LOGGING_CATEGORY(lcPersistence, "com.tillmora.Tillmora.persistence")

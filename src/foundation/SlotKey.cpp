@@ -1,6 +1,6 @@
-#include "layout/SlotKey.h"
+#include "foundation/SlotKey.h"
 
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 
 namespace SlotKey {
 

@@ -1,6 +1,6 @@
-#include "layout/JsonFields.h"
+#include "foundation/JsonFields.h"
 
-#include "layout/Uuids.h"
+#include "foundation/Uuids.h"
 
 void JsonFields::fail(const char *key, const char *what)
 {
