@@ -14,6 +14,13 @@ Menu {
     signal renameRequested(string key, int kind, string title, string entryId)
     signal hiddenAppsRequested()
 
+    // An entry that is left out when it does not apply: no height, and
+    // disabled so the arrow keys skip it too.
+    component Entry: MenuItem {
+        enabled: visible
+        height: visible ? implicitHeight : 0
+    }
+
     function openFor(key, folderId, position) {
         menu.key = key
         menu.kind = presenter.kindOf(key)
@@ -23,40 +30,34 @@ Menu {
         popup(position.x, position.y)
     }
 
-    MenuItem {
+    Entry {
         text: qsTr("Open")
         visible: menu.kind !== CellKind.Widget
-        height: visible ? implicitHeight : 0
         onTriggered: menu.presenter.activation.activate(menu.key)
     }
-    MenuItem {
+    Entry {
         text: qsTr("Rename…")
         visible: menu.kind === CellKind.App || menu.kind === CellKind.Folder
-        height: visible ? implicitHeight : 0
         onTriggered: menu.renameRequested(menu.key, menu.kind, menu.itemTitle, menu.entryId)
     }
-    MenuItem {
+    Entry {
         text: qsTr("Hide")
         visible: menu.kind === CellKind.App
-        height: visible ? implicitHeight : 0
         onTriggered: menu.presenter.hiddenApps.hide(menu.key)
     }
-    MenuItem {
+    Entry {
         text: qsTr("Remove from folder")
         visible: menu.kind === CellKind.App && menu.folderId.length > 0
-        height: visible ? implicitHeight : 0
         onTriggered: menu.presenter.folder.removeMember(menu.folderId, menu.key)
     }
-    MenuItem {
+    Entry {
         text: qsTr("Dissolve folder")
         visible: menu.kind === CellKind.Folder
-        height: visible ? implicitHeight : 0
         onTriggered: menu.presenter.folder.dissolve(menu.entryId)
     }
-    MenuItem {
+    Entry {
         text: qsTr("Remove widget")
         visible: menu.kind === CellKind.Widget
-        height: visible ? implicitHeight : 0
         onTriggered: menu.presenter.removeWidget(menu.entryId)
     }
     MenuSeparator {}

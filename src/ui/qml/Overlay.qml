@@ -23,10 +23,14 @@ FocusScope {
 
     // Gives the keyboard back to whoever should have it now.
     function restoreFocus() {
-        if (folder.isOpen)
+        if (folder.isOpen) {
             folderPanel.forceActiveFocus()
-        else
-            overlay.forceActiveFocus()
+            return
+        }
+        // The closed panel must not stay the scope's focus child, or it
+        // would swallow the keys meant for the grid.
+        folderPanel.focus = false
+        overlay.forceActiveFocus()
     }
     function openItemMenu(key, folderId, position) {
         itemMenu.openFor(key, folderId, position)
@@ -42,14 +46,14 @@ FocusScope {
         anchors.fill: parent
         presenter: overlay.presenter
     }
-    // Wheel and touchpad scrolling turn pages wherever the pointer is.
-    WheelHandler {
-        onWheel: (event) => overlay.pages.scroll(event.angleDelta, event.pixelDelta)
-    }
     MouseArea {
         // Outside the grid (around the search field and the dots).
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton
+        // Wheel and touchpad scrolling turn pages wherever the pointer is;
+        // nothing above takes wheel events, so they all end here. (A
+        // WheelHandler reacts to one orientation only.)
+        onWheel: (wheel) => overlay.pages.scroll(wheel.angleDelta, wheel.pixelDelta)
         onClicked: (mouse) => {
             if (mouse.button === Qt.RightButton)
                 backgroundMenu.popup()
