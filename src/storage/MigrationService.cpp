@@ -17,8 +17,8 @@
 #include <QSaveFile>
 
 namespace {
-constexpr const char *kSpacesItems = "Spaces_Items_v1";
-constexpr const char *kSpacesActiveSpaceId = "Spaces_ActiveSpaceId";
+using SettingsKeys::kSpacesActiveSpaceId;
+using SettingsKeys::kSpacesItems;
 
 QString key(const char *name) { return QLatin1String(name); }
 }
@@ -69,18 +69,18 @@ void MigrationService::once(const char *flag, const std::function<void()> &step)
 
 void MigrationService::migrateTheme()
 {
-    if (fillAbsent("theme", QStringLiteral("auto")))
+    if (fillAbsent(SettingsKeys::kTheme, QStringLiteral("auto")))
         defaults->synchronize(); // theme writes are flushed at once
 }
 
 void MigrationService::migrateTitleColor()
 {
-    fillAbsent("titleColorOverride", QStringLiteral("auto"));
+    fillAbsent(SettingsKeys::kTitleColorOverride, QStringLiteral("auto"));
 }
 
 void MigrationService::migrateGlassMaterial()
 {
-    if (fillAbsent("liquidGlassMaterialStyle", QStringLiteral("tinted")))
+    if (fillAbsent(SettingsKeys::kLiquidGlassMaterialStyle, QStringLiteral("tinted")))
         qCInfo(logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
 }
 
@@ -88,8 +88,8 @@ void MigrationService::migrateGlassEnabled()
 {
     once(kLiquidGlassDoneFlag, [this] {
         // A user who switched the glass off on purpose keeps it off.
-        if (!defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
-            defaults->set(true, QStringLiteral("liquidGlassEnabled"));
+        if (!defaults->boolValue(QLatin1String(SettingsKeys::kLiquidGlassExplicitlyDisabledByUser)))
+            defaults->set(true, QLatin1String(SettingsKeys::kLiquidGlassEnabled));
     });
 }
 
@@ -98,38 +98,38 @@ void MigrationService::migrateGlassEnabled()
 void MigrationService::migratePinchGesture()
 {
     once(kGesturePinchDoneFlag, [this] {
-        defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
-        fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
+        defaults->set(true, QLatin1String(SettingsKeys::kGesturePinchEnabled));
+        fillAbsent(SettingsKeys::kGesturePinchFingerCount, 4); // a count the user chose is kept
         qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
     });
 }
 
 void MigrationService::migrateShowOverFullscreen()
 {
-    once(kShowOverFullscreenDoneFlag, [this] { defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
+    once(kShowOverFullscreenDoneFlag, [this] { defaults->set(true, QLatin1String(SettingsKeys::kShowOverFullscreenEnabled)); });
 }
 
 void MigrationService::migrateHideButton()
 {
-    once(kHideButtonDoneFlag, [this] { defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
+    once(kHideButtonDoneFlag, [this] { defaults->set(false, QLatin1String(SettingsKeys::kShowHideButtonEnabled)); });
 }
 
 void MigrationService::migrateSunBackground()
 {
-    bool wrote = fillAbsent("sunBackgroundEnabled", false);
-    wrote |= fillAbsent("sunBackgroundAutoEnabled", true);
-    wrote |= fillAbsent("sunBackgroundManualTime", 12.0);
+    bool wrote = fillAbsent(SettingsKeys::kSunBackgroundEnabled, false);
+    wrote |= fillAbsent(SettingsKeys::kSunBackgroundAutoEnabled, true);
+    wrote |= fillAbsent(SettingsKeys::kSunBackgroundManualTime, 12.0);
     if (wrote)
         qCInfo(logger, "Migrated: set Sun Background defaults for existing user");
 }
 
 void MigrationService::migrateWeatherBackground()
 {
-    fillAbsent("weatherBackgroundEnabled", false);
-    fillAbsent("weatherBackgroundAutoEnabled", true);
-    fillAbsent("weatherBackgroundCity", QStringLiteral("London"));
-    fillAbsent("weatherBackgroundManualType", QStringLiteral("clear"));
-    fillAbsent("weatherBackgroundManualTime", 12.0);
+    fillAbsent(SettingsKeys::kWeatherBackgroundEnabled, false);
+    fillAbsent(SettingsKeys::kWeatherBackgroundAutoEnabled, true);
+    fillAbsent(SettingsKeys::kWeatherBackgroundCity, QStringLiteral("London"));
+    fillAbsent(SettingsKeys::kWeatherBackgroundManualType, QStringLiteral("clear"));
+    fillAbsent(SettingsKeys::kWeatherBackgroundManualTime, 12.0);
 }
 
 void MigrationService::migrateBackgroundImageToFile()
