@@ -1,6 +1,7 @@
 #include "organise/WorkflowsRepository.h"
 
 #include "app/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -15,21 +16,21 @@ QList<WorkflowItem> WorkflowsRepositoryImpl::load() const
 {
     const auto bytes = store->data(QLatin1String(SettingsKeys::kWorkflows));
     if (!bytes) {
-        qCDebug(logger, "No workflows data found");
+        qCDebug(logger, LogTexts::kWorkflowsNone);
         return {};
     }
     QString error;
     const auto workflows = RecordList::decode<WorkflowItem>(*bytes, &error);
     if (!workflows) {
-        qCWarning(logger, "Failed to decode workflows: %s", qUtf8Printable(error));
+        qCWarning(logger, LogTexts::kWorkflowsDecodeFailed, qUtf8Printable(error));
         return {};
     }
-    qCDebug(logger, "Loaded %ld workflows", long(workflows->size()));
+    qCDebug(logger, LogTexts::kWorkflowsLoaded, long(workflows->size()));
     return *workflows;
 }
 
 void WorkflowsRepositoryImpl::save(const QList<WorkflowItem> &workflows)
 {
     store->set(RecordList::encode(workflows), QLatin1String(SettingsKeys::kWorkflows));
-    qCDebug(logger, "Saved %ld workflows", long(workflows.size()));
+    qCDebug(logger, LogTexts::kWorkflowsSaved, long(workflows.size()));
 }

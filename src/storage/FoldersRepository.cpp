@@ -1,6 +1,7 @@
 #include "storage/FoldersRepository.h"
 
 #include "app/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -15,21 +16,21 @@ QList<FolderItem> FoldersRepositoryImpl::loadAll() const
 {
     const auto bytes = store->data(QLatin1String(SettingsKeys::kFolders));
     if (!bytes) {
-        qCDebug(logger, "No folders data found in UserDefaults");
+        qCDebug(logger, LogTexts::kFoldersNone);
         return {};
     }
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(logger, "Failed to decode folders from UserDefaults: %s", qUtf8Printable(error));
+        qCWarning(logger, LogTexts::kFoldersDecodeFailed, qUtf8Printable(error));
         return {};
     }
-    qCDebug(logger, "Successfully decoded %ld folders from UserDefaults", long(folders->size()));
+    qCDebug(logger, LogTexts::kFoldersDecoded, long(folders->size()));
     return *folders;
 }
 
 void FoldersRepositoryImpl::saveAll(const QList<FolderItem> &folders)
 {
     store->set(RecordList::encode(folders), QLatin1String(SettingsKeys::kFolders));
-    qCDebug(logger, "Successfully saved %ld folders to UserDefaults", long(folders.size()));
+    qCDebug(logger, LogTexts::kFoldersSaved, long(folders.size()));
 }

@@ -1,6 +1,7 @@
 #include "storage/MigrationService.h"
 
 #include "app/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/GridRecords.h"
 #include "layout/RecordList.h"
 #include "layout/Uuids.h"
@@ -81,7 +82,7 @@ void MigrationService::migrateTitleColor()
 void MigrationService::migrateGlassMaterial()
 {
     if (fillAbsent(SettingsKeys::kLiquidGlassMaterialStyle, QStringLiteral("tinted")))
-        qCInfo(logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
+        qCInfo(logger, LogTexts::kMigratedGlassStyle);
 }
 
 void MigrationService::migrateGlassEnabled()
@@ -100,7 +101,7 @@ void MigrationService::migratePinchGesture()
     once(kGesturePinchDoneFlag, [this] {
         defaults->set(true, QLatin1String(SettingsKeys::kGesturePinchEnabled));
         fillAbsent(SettingsKeys::kGesturePinchFingerCount, 4); // a count the user chose is kept
-        qCDebug(logger, "Migrated: enabled Pinch to invoke once for all users");
+        qCDebug(logger, LogTexts::kMigratedPinch);
     });
 }
 
@@ -120,7 +121,7 @@ void MigrationService::migrateSunBackground()
     wrote |= fillAbsent(SettingsKeys::kSunBackgroundAutoEnabled, true);
     wrote |= fillAbsent(SettingsKeys::kSunBackgroundManualTime, 12.0);
     if (wrote)
-        qCInfo(logger, "Migrated: set Sun Background defaults for existing user");
+        qCInfo(logger, LogTexts::kMigratedSunBackground);
 }
 
 void MigrationService::migrateWeatherBackground()
@@ -141,7 +142,7 @@ void MigrationService::migrateBackgroundImageToFile()
     const auto fail = [this](const QString &error) {
         // The bytes stay stored: nothing of the user's is lost, and a later
         // launch tries again.
-        qCWarning(logger, "Migration failed: %s", qUtf8Printable(error));
+        qCWarning(logger, LogTexts::kMigrationFailed, qUtf8Printable(error));
     };
 
     QBuffer buffer;
@@ -164,7 +165,7 @@ void MigrationService::migrateBackgroundImageToFile()
 
     defaults->set(path, key(SettingsKeys::kCustomBackgroundImagePath));
     defaults->removeObject(legacyKey); // only now that the file is safely written
-    qCInfo(logger, "Migrated background image data to file: %s", qUtf8Printable(path));
+    qCInfo(logger, LogTexts::kMigratedBackgroundImage, qUtf8Printable(path));
 }
 
 void MigrationService::migrateFoldersToSlots()
@@ -184,12 +185,12 @@ void MigrationService::migrateFoldersToSlots()
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(logger, "Failed to decode folders for the slots migration: %s", qUtf8Printable(error));
+        qCWarning(logger, LogTexts::kMigrationFoldersDecodeFailed, qUtf8Printable(error));
         return; // the stored value stays as it is
     }
-    qCInfo(logger, "Migrating folders to slots format");
+    qCInfo(logger, LogTexts::kMigratingFolders);
     defaults->set(RecordList::encode(*folders), foldersKey);
-    qCInfo(logger, "Successfully migrated %ld folders to slots format", long(folders->size()));
+    qCInfo(logger, LogTexts::kMigratedFolders, long(folders->size()));
 }
 
 void MigrationService::clearDanglingActiveSpace()
@@ -197,5 +198,5 @@ void MigrationService::clearDanglingActiveSpace()
     if (!isAbsent(kSpacesItems) || isAbsent(kSpacesActiveSpaceId))
         return;
     defaults->removeObject(key(kSpacesActiveSpaceId));
-    qCInfo(logger, "Spaces: cleared activeSpaceId (no spaces list)");
+    qCInfo(logger, LogTexts::kMigrationClearedActiveSpace);
 }
