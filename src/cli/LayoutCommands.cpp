@@ -1,5 +1,6 @@
 #include "cli/LayoutCommands.h"
 
+#include "cli/Verbs.h"
 #include "layout/FolderAppsGrid.h"
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
@@ -17,10 +18,6 @@ namespace LayoutCommands {
 namespace {
 
 using Args = QStringList;
-
-const QStringList kCommands{QStringLiteral("apps"),   QStringLiteral("layout"), QStringLiteral("place"),
-                            QStringLiteral("remove"), QStringLiteral("move"),   QStringLiteral("hide"),
-                            QStringLiteral("unhide"), QStringLiteral("folder"), QStringLiteral("widget")};
 
 QString json(const QJsonValue &value)
 {
@@ -118,12 +115,15 @@ std::optional<QUuid> findFolder(const LaunchpadViewModel &model, const QString &
     return id;
 }
 
-CommandResult apps(Args args, LaunchpadViewModel &model)
+}
+
+CommandResult apps(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
     QString error;
     if (hasUnknownOption(args, &error) || !args.isEmpty())
-        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'apps [--json]'") : error);
+        return CommandResult::usage(error.isEmpty() ? Verbs::expected("apps") : error);
     if (asJson) {
         QJsonArray array;
         for (const AppItem &app : model.apps())
@@ -136,12 +136,13 @@ CommandResult apps(Args args, LaunchpadViewModel &model)
     return CommandResult::ok(out);
 }
 
-CommandResult layout(Args args, LaunchpadViewModel &model)
+CommandResult layout(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
     QString error;
     if (hasUnknownOption(args, &error) || !args.isEmpty())
-        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'layout [--json]'") : error);
+        return CommandResult::usage(error.isEmpty() ? Verbs::expected("layout") : error);
     if (asJson) {
         QJsonArray folders, widgets, workflows, hidden;
         for (const FolderItem &f : model.folders())
@@ -173,7 +174,7 @@ CommandResult layout(Args args, LaunchpadViewModel &model)
 CommandResult place(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected 'place KEY'"));
+        return CommandResult::usage(Verbs::expected("place"));
     const QString key = normalisedKey(args.first());
     if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
         return CommandResult::usage(problem);
@@ -186,7 +187,7 @@ CommandResult place(const Args &args, LaunchpadViewModel &model)
 CommandResult remove(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected 'remove KEY'"));
+        return CommandResult::usage(Verbs::expected("remove"));
     const QString key = normalisedKey(args.first());
     if (const auto removed = model.removeKey(key); !removed)
         return CommandResult::usage(unknownKey(key, removed.error())); // nothing changed
@@ -196,7 +197,7 @@ CommandResult remove(const Args &args, LaunchpadViewModel &model)
 CommandResult move(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 2)
-        return CommandResult::usage(QStringLiteral("expected 'move KEY INDEX'"));
+        return CommandResult::usage(Verbs::expected("move"));
     const QString key = normalisedKey(args.at(0));
     if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
         return CommandResult::usage(problem);
@@ -208,25 +209,32 @@ CommandResult move(const Args &args, LaunchpadViewModel &model)
     return CommandResult::ok();
 }
 
-CommandResult hideOrUnhide(const QString &verb, const Args &args, LaunchpadViewModel &model)
+CommandResult hide(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected '%1 PATH'").arg(verb));
+        return CommandResult::usage(Verbs::expected("hide"));
     const QString path = SlotKey::appPath(args.first());
-    if (verb == QLatin1String("hide")) {
-        if (!isInstalled(model, path))
-            return CommandResult::usage(unknownApp(path));
-        if (model.hiddenApps().contains(path))
-            return refused(path, "hidden", LayoutRefusal::AlreadyHidden);
-        model.hideApp(path);
-    } else if (const auto shown = model.unhideApp(path); !shown) {
-        return CommandResult::usage(QStringLiteral("'%1': %2").arg(path, describe(shown.error())));
-    }
+    if (!isInstalled(model, path))
+        return CommandResult::usage(unknownApp(path));
+    if (model.hiddenApps().contains(path))
+        return refused(path, "hidden", LayoutRefusal::AlreadyHidden);
+    model.hideApp(path);
     return CommandResult::ok();
 }
 
-CommandResult folder(Args args, LaunchpadViewModel &model)
+CommandResult unhide(const Args &args, LaunchpadViewModel &model)
 {
+    if (args.size() != 1)
+        return CommandResult::usage(Verbs::expected("unhide"));
+    const QString path = SlotKey::appPath(args.first());
+    if (const auto shown = model.unhideApp(path); !shown)
+        return CommandResult::usage(QStringLiteral("'%1': %2").arg(path, describe(shown.error())));
+    return CommandResult::ok();
+}
+
+CommandResult folder(const Args &input, LaunchpadViewModel &model)
+{
+    Args args = input;
     const QString verb = args.isEmpty() ? QString() : args.takeFirst();
     QString error;
     if (verb == QLatin1String("create")) {
@@ -310,11 +318,12 @@ CommandResult folder(Args args, LaunchpadViewModel &model)
         const auto dissolved = model.dissolveFolder(*id);
         return dissolved ? CommandResult::ok() : refused(QStringLiteral("the folder"), "deleted", dissolved.error());
     }
-    return CommandResult::usage(QStringLiteral("expected 'folder create|move|rename|delete ...'"));
+    return CommandResult::usage(Verbs::expected("folder"));
 }
 
-CommandResult widget(Args args, LaunchpadViewModel &model)
+CommandResult widget(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const QString verb = args.isEmpty() ? QString() : args.takeFirst();
     QString error;
     if (verb == QLatin1String("add")) {
@@ -356,37 +365,15 @@ CommandResult widget(Args args, LaunchpadViewModel &model)
         const auto moved = model.moveWidget(*id, *slot);
         return moved ? CommandResult::ok() : refused(QStringLiteral("the widget"), "moved", moved.error());
     }
-    return CommandResult::usage(QStringLiteral("expected 'widget add|move|remove ...'"));
+    return CommandResult::usage(Verbs::expected("widget"));
 }
 
-}
-
-bool handles(const QString &command)
+CommandResult run(const QStringList &args, LaunchpadViewModel &model)
 {
-    return kCommands.contains(command);
-}
-
-CommandResult run(const QStringList &input, LaunchpadViewModel &model)
-{
-    Args args = input;
-    const QString command = args.takeFirst();
-    if (command == QLatin1String("apps"))
-        return apps(args, model);
-    if (command == QLatin1String("layout"))
-        return layout(args, model);
-    if (command == QLatin1String("place"))
-        return place(args, model);
-    if (command == QLatin1String("remove"))
-        return remove(args, model);
-    if (command == QLatin1String("move"))
-        return move(args, model);
-    if (command == QLatin1String("hide") || command == QLatin1String("unhide"))
-        return hideOrUnhide(command, args, model);
-    if (command == QLatin1String("folder"))
-        return folder(args, model);
-    if (command == QLatin1String("widget"))
-        return widget(args, model);
-    return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(command));
+    const Verbs::Verb *verb = Verbs::find(args);
+    if (!verb || !verb->layout)
+        return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0)));
+    return verb->layout(args.mid(1), model);
 }
 
 }
