@@ -2,6 +2,8 @@
 #include "common/TempEnvironment.h"
 #include "storage/UserDefaultsStore.h"
 
+#include <QMetaEnum>
+
 using namespace LayoutTest;
 
 // Placement, removal, hiding, folders and the grid view's side of a drag.
@@ -94,7 +96,20 @@ private Q_SLOTS:
         QCOMPARE(model.slots(), slots);
         QCOMPARE(model.folders(), folders);
         QCOMPARE(model.layoutRevision(), revision);
-        QVERIFY(!describe(expected).isEmpty());
+    }
+
+    // Every reason has its own wording: the command line and the overlay
+    // show it to people, who must be able to tell two refusals apart.
+    void everyRefusalHasItsOwnText()
+    {
+        const QMetaEnum reasons = QMetaEnum::fromType<LayoutRefusal>();
+        QSet<QString> texts;
+        for (int i = 0; i < reasons.keyCount(); ++i) {
+            const QString text = describe(LayoutRefusal(reasons.value(i)));
+            QVERIFY2(!texts.contains(text), reasons.key(i));
+            texts.insert(text);
+        }
+        QVERIFY(!texts.contains(QStringLiteral("refused"))); // the fallback of a forgotten case
     }
 
     void insertFillsAHoleOnAnEarlierPageFirst()
@@ -240,6 +255,7 @@ private Q_SLOTS:
         const auto folder = model.createFolder("Box", {path("B")});
         model.beginDrag(folder->key(), 1);
         QVERIFY(model.endDrag(folder->key(), 1, 0, 5));
+        QCOMPARE(model.slots().at(5), folder->key());
         QVERIFY(!model.endDrag(folder->key(), 5, 0, 3));
     }
 
