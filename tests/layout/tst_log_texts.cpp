@@ -3,7 +3,10 @@
 #include "common/TempEnvironment.h"
 #include "layout/SlotMove.h"
 #include "layout/Uuids.h"
+#include "organise/WorkflowsRepository.h"
 #include "storage/FileSystemStore.h"
+#include "storage/FoldersRepository.h"
+#include "storage/HiddenAppsService.h"
 #include "storage/MigrationService.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
@@ -15,7 +18,7 @@
 
 using namespace LayoutTest;
 
-// The log lines of the layout and of the migrations are behaviour: people and scripts follow them. Each
+// The log lines of the layout, the repositories and the migrations are behaviour: people and scripts follow them. Each
 // row runs one scenario and names a line it must write, word for word. The
 // behaviour tests check state; this table alone checks the wording.
 class LogTextsTest : public QObject {
@@ -257,6 +260,44 @@ class LogTextsTest : public QObject {
                  model.setGridGeometry(3, 2);
              }},
 
+            // --- repositories
+            {"folders repository",
+             [] {
+                 TempEnvironment env;
+                 const auto store = UserDefaultsStore::standard(env.configDir());
+                 FoldersRepositoryImpl folders(store);
+                 folders.loadAll();
+                 FolderItem f;
+                 f.id = QUuid::createUuid();
+                 f.name = "Work";
+                 folders.saveAll({f});
+                 folders.loadAll();
+                 store->set(QByteArray(R"([{"id":"6F1A2B3C-0000-4000-8000-000000000001","appPaths":[]}])"),
+                            QLatin1String(SettingsKeys::kFolders));
+                 folders.loadAll();
+             }},
+            {"hidden apps",
+             [] {
+                 TempEnvironment env;
+                 HiddenAppsServiceImpl hidden(UserDefaultsStore::standard(env.configDir()));
+                 hidden.hide("/a/A.app");
+                 hidden.hide("/a/B.app");
+                 hidden.show("/a/B.app");
+                 hidden.hiddenApps();
+                 hidden.removeDeleted([](const QString &) { return false; });
+             }},
+            {"workflows repository",
+             [] {
+                 TempEnvironment env;
+                 WorkflowsRepositoryImpl workflows(UserDefaultsStore::standard(env.configDir()));
+                 workflows.load();
+                 WorkflowItem morning;
+                 morning.id = QUuid::createUuid();
+                 morning.name = "Morning";
+                 workflows.save({morning});
+                 workflows.load();
+             }},
+
             // --- migrations
             {"first migration", [] { migrate(); }},
             {"folders gain slots",
@@ -402,6 +443,18 @@ private Q_SLOTS:
         row("widget refused", "[Widgets] No suitable rect on page; place at next page start");
         row("widget re-laid", "[Widgets] re-laying widget {id}: its cells no longer form a rectangle inside one page");
         row("widget re-laid", "[Widgets] widget {id} of size 2x2 cannot fit a page of 3x2 cells");
+
+        row("folders repository", "No folders data found in UserDefaults");
+        row("folders repository", "Successfully saved 1 folders to UserDefaults");
+        row("folders repository", "Successfully decoded 1 folders from UserDefaults");
+        row("folders repository", "Failed to decode folders from UserDefaults: element 0: key \"name\": missing");
+        row("hidden apps", "Hidden app: /a/A.app");
+        row("hidden apps", "Showed app: /a/B.app");
+        row("hidden apps", "Retrieved 1 hidden apps");
+        row("hidden apps", "🗑️ [CLEANUP] Removed 1 deleted apps from hidden list");
+        row("workflows repository", "No workflows data found");
+        row("workflows repository", "Saved 1 workflows");
+        row("workflows repository", "Loaded 1 workflows");
 
         row("first migration", "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
         row("first migration", "Migrated: enabled Pinch to invoke once for all users");
