@@ -1,26 +1,27 @@
 #include "app/RegisteredDefaults.h"
 
+#include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
 
 namespace RegisteredDefaults {
 
 QVariantMap firstBatch()
 {
-    return {{"blurEnabled", true},
-            {"filledBackgroundEnabled", false},
-            {"cellBackgroundEnabled", false},
-            {"ShowOverFullscreenEnabled", true}};
+    return {{SettingsKeys::kBlurEnabled, true},
+            {SettingsKeys::kFilledBackgroundEnabled, false},
+            {SettingsKeys::kCellBackgroundEnabled, false},
+            {SettingsKeys::kShowOverFullscreenEnabled, true}};
 }
 
 QVariantMap secondBatch()
 {
-    return {{"ClassicViewEnabled", true},
-            {"ShowHideButtonEnabled", false},
-            {"SearchLocation", QStringLiteral("center")},
-            {"ClassicViewAutoConfigDone", true},
-            {"ShowCategoriesAsMainPage", false},
-            {"gesture.pinch.enabled", true},
-            {"gesture.pinch.fingerCount", 4}};
+    return {{SettingsKeys::kClassicViewEnabled, true},
+            {SettingsKeys::kShowHideButtonEnabled, false},
+            {SettingsKeys::kSearchLocation, QStringLiteral("center")},
+            {SettingsKeys::kClassicViewAutoConfigDone, true},
+            {SettingsKeys::kShowCategoriesAsMainPage, false},
+            {SettingsKeys::kGesturePinchEnabled, true},
+            {SettingsKeys::kGesturePinchFingerCount, 4}};
 }
 
 void registerAll()

@@ -3,6 +3,7 @@
 #include "app/LaunchpadWindowController.h"
 #include "cli/CommandResult.h"
 #include "cli/LayoutCommands.h"
+#include "cli/Verbs.h"
 #include "layout/LaunchpadViewModel.h"
 
 #include <QJsonArray>
@@ -51,21 +52,19 @@ void handle(const QJsonObject &request, LaunchpadWindowController &controller, I
     QStringList args;
     for (const QJsonValue &v : request.value(QLatin1String("args")).toArray())
         args.append(v.toString());
-    const QString verb = args.value(0);
-    if (args.size() == 1 && verb == QLatin1String("toggle")) {
-        controller.toggleOverlay();
-        reply(toJson(CommandResult::ok()));
-    } else if (args.size() == 1 && verb == QLatin1String("show")) {
-        controller.showOverlay();
-        reply(toJson(CommandResult::ok()));
-    } else if (args.size() == 1 && verb == QLatin1String("hide")) {
-        controller.hideOverlay();
-        reply(toJson(CommandResult::ok()));
-    } else if (LayoutCommands::handles(verb)) {
-        runWhenLoaded(args, controller, reply);
-    } else {
-        reply(toJson(CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(verb))));
+    const Verbs::Verb *verb = Verbs::find(args);
+    if (!verb || !verb->forwarded) {
+        reply(toJson(CommandResult::usage(
+            QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0)))));
+        return;
     }
+    switch (verb->overlay) {
+    case Verbs::OverlayAction::Toggle: controller.toggleOverlay(); break;
+    case Verbs::OverlayAction::Show: controller.showOverlay(); break;
+    case Verbs::OverlayAction::Hide: controller.hideOverlay(); break;
+    case Verbs::OverlayAction::None: runWhenLoaded(args, controller, reply); return;
+    }
+    reply(toJson(CommandResult::ok()));
 }
 
 }

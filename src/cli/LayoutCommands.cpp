@@ -1,8 +1,10 @@
 #include "cli/LayoutCommands.h"
 
+#include "cli/Verbs.h"
 #include "layout/FolderAppsGrid.h"
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
+#include "layout/LayoutRefusal.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
 
@@ -16,10 +18,6 @@ namespace LayoutCommands {
 namespace {
 
 using Args = QStringList;
-
-const QStringList kCommands{QStringLiteral("apps"),   QStringLiteral("layout"), QStringLiteral("place"),
-                            QStringLiteral("remove"), QStringLiteral("move"),   QStringLiteral("hide"),
-                            QStringLiteral("unhide"), QStringLiteral("folder"), QStringLiteral("widget")};
 
 QString json(const QJsonValue &value)
 {
@@ -73,6 +71,22 @@ bool isInstalled(const LaunchpadViewModel &model, const QString &path)
     return entry && std::holds_alternative<AppItem>(*entry);
 }
 
+QString unknownKey(const QString &key, LayoutRefusal why)
+{
+    return QStringLiteral("unknown key '%1': %2").arg(key, describe(why));
+}
+
+QString unknownApp(const QString &path)
+{
+    return QStringLiteral("unknown app '%1': %2").arg(path, describe(LayoutRefusal::UnknownApp));
+}
+
+// "SUBJECT was not VERB: reason", the one-line form of every refusal.
+CommandResult refused(const QString &subject, const char *verb, LayoutRefusal why)
+{
+    return CommandResult::failure(QStringLiteral("%1 was not %2: %3").arg(subject, QLatin1String(verb), describe(why)));
+}
+
 // The key names something that exists and may stand on the grid as an icon.
 QString checkIconKey(const LaunchpadViewModel &model, const QString &key)
 {
@@ -84,14 +98,11 @@ QString checkIconKey(const LaunchpadViewModel &model, const QString &key)
     case SlotKey::Kind::App:
         if (SlotKey::isEmptyOrMalformed(key))
             return QStringLiteral("malformed key '%1'; expected A:/path/to/app").arg(key);
-        return isInstalled(model, SlotKey::appPath(key))
-                   ? QString()
-                   : QStringLiteral("unknown key '%1': no installed application has that path").arg(key);
+        return isInstalled(model, SlotKey::appPath(key)) ? QString() : unknownKey(key, LayoutRefusal::UnknownApp);
     case SlotKey::Kind::Folder:
+        return model.resolve(key) ? QString() : unknownKey(key, LayoutRefusal::UnknownFolder);
     case SlotKey::Kind::Workflow:
-        if (!model.resolve(key))
-            return QStringLiteral("unknown key '%1': no folder or workflow has that id").arg(key);
-        return {};
+        return model.resolve(key) ? QString() : unknownKey(key, LayoutRefusal::UnknownWorkflow);
     }
     return {};
 }
@@ -104,12 +115,15 @@ std::optional<QUuid> findFolder(const LaunchpadViewModel &model, const QString &
     return id;
 }
 
-CommandResult apps(Args args, LaunchpadViewModel &model)
+}
+
+CommandResult apps(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
     QString error;
     if (hasUnknownOption(args, &error) || !args.isEmpty())
-        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'apps [--json]'") : error);
+        return CommandResult::usage(error.isEmpty() ? Verbs::expected("apps") : error);
     if (asJson) {
         QJsonArray array;
         for (const AppItem &app : model.apps())
@@ -122,12 +136,13 @@ CommandResult apps(Args args, LaunchpadViewModel &model)
     return CommandResult::ok(out);
 }
 
-CommandResult layout(Args args, LaunchpadViewModel &model)
+CommandResult layout(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const bool asJson = args.removeAll(QStringLiteral("--json")) > 0;
     QString error;
     if (hasUnknownOption(args, &error) || !args.isEmpty())
-        return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'layout [--json]'") : error);
+        return CommandResult::usage(error.isEmpty() ? Verbs::expected("layout") : error);
     if (asJson) {
         QJsonArray folders, widgets, workflows, hidden;
         for (const FolderItem &f : model.folders())
@@ -159,64 +174,67 @@ CommandResult layout(Args args, LaunchpadViewModel &model)
 CommandResult place(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected 'place KEY'"));
+        return CommandResult::usage(Verbs::expected("place"));
     const QString key = normalisedKey(args.first());
     if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
         return CommandResult::usage(problem);
-    if (model.slots().contains(key))
-        return CommandResult::failure(QStringLiteral("%1 is already on the grid").arg(key));
-    const qsizetype at = model.insertKey(key);
-    if (at < 0)
-        return CommandResult::failure(QStringLiteral("%1 was not placed: it is hidden or inside a folder").arg(key));
-    return CommandResult::ok(QString::number(at) + u'\n');
+    const auto at = model.insertKey(key);
+    if (!at)
+        return refused(key, "placed", at.error());
+    return CommandResult::ok(QString::number(*at) + u'\n');
 }
 
 CommandResult remove(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected 'remove KEY'"));
+        return CommandResult::usage(Verbs::expected("remove"));
     const QString key = normalisedKey(args.first());
-    if (!model.slots().contains(key))
-        return CommandResult::usage(QStringLiteral("unknown key '%1': no cell of the grid holds it").arg(key));
-    model.removeKey(key);
+    if (const auto removed = model.removeKey(key); !removed)
+        return CommandResult::usage(unknownKey(key, removed.error())); // nothing changed
     return CommandResult::ok();
 }
 
 CommandResult move(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 2)
-        return CommandResult::usage(QStringLiteral("expected 'move KEY INDEX'"));
+        return CommandResult::usage(Verbs::expected("move"));
     const QString key = normalisedKey(args.at(0));
     if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
         return CommandResult::usage(problem);
     const auto index = parseIndex(args.at(1), true);
     if (!index)
         return CommandResult::usage(QStringLiteral("INDEX must be a whole number, got '%1'").arg(args.at(1)));
-    model.moveKeyInSlots(key, int(*index));
+    if (const auto moved = model.moveKey(key, *index); !moved)
+        return refused(key, "moved", moved.error());
     return CommandResult::ok();
 }
 
-CommandResult hideOrUnhide(const QString &verb, const Args &args, LaunchpadViewModel &model)
+CommandResult hide(const Args &args, LaunchpadViewModel &model)
 {
     if (args.size() != 1)
-        return CommandResult::usage(QStringLiteral("expected '%1 PATH'").arg(verb));
+        return CommandResult::usage(Verbs::expected("hide"));
     const QString path = SlotKey::appPath(args.first());
-    if (verb == QLatin1String("hide")) {
-        if (!isInstalled(model, path))
-            return CommandResult::usage(QStringLiteral("unknown app '%1': no installed application has that path").arg(path));
-        if (model.hiddenApps().contains(path))
-            return CommandResult::failure(QStringLiteral("%1 is already hidden").arg(path));
-        model.hideApp(path);
-    } else {
-        if (!model.hiddenApps().contains(path))
-            return CommandResult::usage(QStringLiteral("'%1' is not hidden").arg(path));
-        model.unhideApp(path);
-    }
+    if (!isInstalled(model, path))
+        return CommandResult::usage(unknownApp(path));
+    if (model.hiddenApps().contains(path))
+        return refused(path, "hidden", LayoutRefusal::AlreadyHidden);
+    model.hideApp(path);
     return CommandResult::ok();
 }
 
-CommandResult folder(Args args, LaunchpadViewModel &model)
+CommandResult unhide(const Args &args, LaunchpadViewModel &model)
 {
+    if (args.size() != 1)
+        return CommandResult::usage(Verbs::expected("unhide"));
+    const QString path = SlotKey::appPath(args.first());
+    if (const auto shown = model.unhideApp(path); !shown)
+        return CommandResult::usage(QStringLiteral("'%1': %2").arg(path, describe(shown.error())));
+    return CommandResult::ok();
+}
+
+CommandResult folder(const Args &input, LaunchpadViewModel &model)
+{
+    Args args = input;
     const QString verb = args.isEmpty() ? QString() : args.takeFirst();
     QString error;
     if (verb == QLatin1String("create")) {
@@ -239,7 +257,7 @@ CommandResult folder(Args args, LaunchpadViewModel &model)
         for (const QString &arg : args) {
             const QString path = SlotKey::appPath(arg);
             if (!isInstalled(model, path))
-                return CommandResult::usage(QStringLiteral("unknown app '%1': no installed application has that path").arg(arg));
+                return CommandResult::usage(unknownApp(arg));
             if (!paths.contains(path))
                 paths.append(path);
         }
@@ -247,7 +265,7 @@ CommandResult folder(Args args, LaunchpadViewModel &model)
             return CommandResult::usage(QStringLiteral("a folder needs at least one app PATH or --system-folder"));
         const auto created = model.createFolder(name, paths, systemFolders, preferred);
         if (!created)
-            return CommandResult::failure(QStringLiteral("the folder could not be created"));
+            return refused(QStringLiteral("the folder"), "created", created.error());
         return CommandResult::ok(Uuids::toText(created->id) + u'\n');
     }
     if (verb == QLatin1String("move")) {
@@ -288,8 +306,8 @@ CommandResult folder(Args args, LaunchpadViewModel &model)
         const auto id = findFolder(model, args.at(0));
         if (!id)
             return CommandResult::usage(QStringLiteral("unknown folder id '%1'").arg(args.at(0)));
-        return model.renameFolder(*id, args.at(1).trimmed()) ? CommandResult::ok()
-                                                               : CommandResult::failure(QStringLiteral("rename failed"));
+        const auto renamed = model.renameFolder(*id, args.at(1).trimmed());
+        return renamed ? CommandResult::ok() : refused(QStringLiteral("the folder"), "renamed", renamed.error());
     }
     if (verb == QLatin1String("delete")) {
         if (args.size() != 1)
@@ -297,13 +315,15 @@ CommandResult folder(Args args, LaunchpadViewModel &model)
         const auto id = findFolder(model, args.at(0));
         if (!id)
             return CommandResult::usage(QStringLiteral("unknown folder id '%1'").arg(args.at(0)));
-        return model.dissolveFolder(*id) ? CommandResult::ok() : CommandResult::failure(QStringLiteral("delete failed"));
+        const auto dissolved = model.dissolveFolder(*id);
+        return dissolved ? CommandResult::ok() : refused(QStringLiteral("the folder"), "deleted", dissolved.error());
     }
-    return CommandResult::usage(QStringLiteral("expected 'folder create|move|rename|delete ...'"));
+    return CommandResult::usage(Verbs::expected("folder"));
 }
 
-CommandResult widget(Args args, LaunchpadViewModel &model)
+CommandResult widget(const Args &input, LaunchpadViewModel &model)
 {
+    Args args = input;
     const QString verb = args.isEmpty() ? QString() : args.takeFirst();
     QString error;
     if (verb == QLatin1String("add")) {
@@ -324,7 +344,7 @@ CommandResult widget(Args args, LaunchpadViewModel &model)
         }
         const auto added = model.addWidget(args.at(0), *size, requested);
         if (!added)
-            return CommandResult::failure(QStringLiteral("no page of the grid can hold a %1 widget").arg(args.at(1)));
+            return refused(QStringLiteral("the %1 widget").arg(args.at(1)), "added", added.error());
         return CommandResult::ok(Uuids::toText(added->id) + u'\n');
     }
     if (verb == QLatin1String("move") || verb == QLatin1String("remove")) {
@@ -335,45 +355,25 @@ CommandResult widget(Args args, LaunchpadViewModel &model)
         const auto id = Uuids::fromText(args.at(0));
         if (!id || !model.widget(*id))
             return CommandResult::usage(QStringLiteral("unknown widget id '%1'").arg(args.at(0)));
-        if (verb == QLatin1String("remove"))
-            return model.removeWidget(*id) ? CommandResult::ok() : CommandResult::failure(QStringLiteral("remove failed"));
+        if (verb == QLatin1String("remove")) {
+            const auto removed = model.removeWidget(*id);
+            return removed ? CommandResult::ok() : refused(QStringLiteral("the widget"), "removed", removed.error());
+        }
         const auto slot = parseIndex(args.at(1));
         if (!slot)
             return CommandResult::usage(QStringLiteral("SLOT must be a cell number, got '%1'").arg(args.at(1)));
-        return model.moveWidget(*id, *slot) ? CommandResult::ok()
-                                            : CommandResult::failure(QStringLiteral("the widget could not be moved"));
+        const auto moved = model.moveWidget(*id, *slot);
+        return moved ? CommandResult::ok() : refused(QStringLiteral("the widget"), "moved", moved.error());
     }
-    return CommandResult::usage(QStringLiteral("expected 'widget add|move|remove ...'"));
+    return CommandResult::usage(Verbs::expected("widget"));
 }
 
-}
-
-bool handles(const QString &command)
+CommandResult run(const QStringList &args, LaunchpadViewModel &model)
 {
-    return kCommands.contains(command);
-}
-
-CommandResult run(const QStringList &input, LaunchpadViewModel &model)
-{
-    Args args = input;
-    const QString command = args.takeFirst();
-    if (command == QLatin1String("apps"))
-        return apps(args, model);
-    if (command == QLatin1String("layout"))
-        return layout(args, model);
-    if (command == QLatin1String("place"))
-        return place(args, model);
-    if (command == QLatin1String("remove"))
-        return remove(args, model);
-    if (command == QLatin1String("move"))
-        return move(args, model);
-    if (command == QLatin1String("hide") || command == QLatin1String("unhide"))
-        return hideOrUnhide(command, args, model);
-    if (command == QLatin1String("folder"))
-        return folder(args, model);
-    if (command == QLatin1String("widget"))
-        return widget(args, model);
-    return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(command));
+    const Verbs::Verb *verb = Verbs::find(args);
+    if (!verb || !verb->layout)
+        return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0)));
+    return verb->layout(args.mid(1), model);
 }
 
 }

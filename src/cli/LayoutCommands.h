@@ -6,12 +6,22 @@
 
 class LaunchpadViewModel;
 
-// The commands that read or change the layout: apps, layout, place, remove,
-// move, hide, unhide, folder ..., widget .... Every argument is checked before
-// anything changes, so a rejected command leaves the stored data as it was.
-// The same code runs headless and inside the running launcher.
+// The commands that read or change the layout. Every argument is checked
+// before anything changes, so a rejected command leaves the stored data as
+// it was. The same code runs headless and inside the running launcher; the
+// verb table (cli/Verbs.h) names them. Each takes the arguments after its
+// verb; the model has finished loading.
 namespace LayoutCommands {
-bool handles(const QString &command);
-// args start with the command word; the model has finished loading.
+CommandResult apps(const QStringList &args, LaunchpadViewModel &model);
+CommandResult layout(const QStringList &args, LaunchpadViewModel &model);
+CommandResult place(const QStringList &args, LaunchpadViewModel &model);
+CommandResult remove(const QStringList &args, LaunchpadViewModel &model);
+CommandResult move(const QStringList &args, LaunchpadViewModel &model);
+CommandResult hide(const QStringList &args, LaunchpadViewModel &model);
+CommandResult unhide(const QStringList &args, LaunchpadViewModel &model);
+CommandResult folder(const QStringList &args, LaunchpadViewModel &model);
+CommandResult widget(const QStringList &args, LaunchpadViewModel &model);
+
+// args start with the verb, which must be one of the above.
 CommandResult run(const QStringList &args, LaunchpadViewModel &model);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "input/PinchRecognizer.h"
+#include "storage/SettingsKeys.h"
 
 #include <QObject>
 #include <functional>
@@ -19,8 +20,8 @@ class GesturesManager : public QObject {
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY isEnabledChanged)
     Q_PROPERTY(int fingerCount READ fingerCount WRITE setFingerCount NOTIFY fingerCountChanged)
 public:
-    static constexpr const char *kEnabledKey = "gesture.pinch.enabled";
-    static constexpr const char *kFingerCountKey = "gesture.pinch.fingerCount";
+    static constexpr const char *kEnabledKey = SettingsKeys::kGesturePinchEnabled;
+    static constexpr const char *kFingerCountKey = SettingsKeys::kGesturePinchFingerCount;
     static constexpr int kDefaultFingerCount = 4;
 
     // Starts the monitor when the stored switch is on.

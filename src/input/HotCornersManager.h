@@ -2,6 +2,7 @@
 
 #include "input/Clock.h"
 #include "input/HotCornerGeometry.h"
+#include "storage/SettingsKeys.h"
 
 #include <QObject>
 #include <functional>
@@ -20,8 +21,8 @@ class HotCornersManager : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY isEnabledChanged)
 public:
-    static constexpr const char *kEnabledKey = "hotCorner.enabled";
-    static constexpr const char *kSelectedKey = "hotCorner.selected";
+    static constexpr const char *kEnabledKey = SettingsKeys::kHotCornerEnabled;
+    static constexpr const char *kSelectedKey = SettingsKeys::kHotCornerSelected;
 
     // Reads the settings; starts no monitoring.
     HotCornersManager(std::shared_ptr<UserDefaultsStoreType> store, PointerSource &pointer,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "input/HotKeyService.h"
+#include "storage/SettingsKeys.h"
 
 #include <QHash>
 #include <QList>
@@ -39,9 +40,9 @@ class HotKeyManager : public QObject {
     Q_PROPERTY(bool isEnabled READ isEnabled WRITE setEnabled NOTIFY isEnabledChanged)
     Q_PROPERTY(QString displayText READ displayText NOTIFY shortcutChanged)
 public:
-    static constexpr const char *kKeyCodeKey = "hotKey.keyCode";
-    static constexpr const char *kModifiersKey = "hotKey.modifiers";
-    static constexpr const char *kEnabledKey = "hotKey.enabled";
+    static constexpr const char *kKeyCodeKey = SettingsKeys::kHotKeyKeyCode;
+    static constexpr const char *kModifiersKey = SettingsKeys::kHotKeyModifiers;
+    static constexpr const char *kEnabledKey = SettingsKeys::kHotKeyEnabled;
     static constexpr quint32 kDefaultKeyCode = 21; // the "4" key
     static constexpr FourCharCode mainAppSignature = fourCharCode("LPAD");
     static constexpr FourCharCode spaceSignature = fourCharCode("SPAD");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/SettingsKeys.h"
+
 #include <QObject>
 #include <memory>
 
@@ -11,7 +13,7 @@ class KnockToLaunchManager : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isEnabled READ isEnabled CONSTANT)
 public:
-    static constexpr const char *kEnabledKey = "knockToLaunch.enabled";
+    static constexpr const char *kEnabledKey = SettingsKeys::kKnockToLaunchEnabled;
 
     // Writes false to "knockToLaunch.enabled".
     explicit KnockToLaunchManager(std::shared_ptr<UserDefaultsStoreType> store, QObject *parent = nullptr);

@@ -1,6 +1,7 @@
 #include "layout/AppReconciler.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/FolderEdits.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
@@ -38,7 +39,7 @@ qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
         const QString path = SlotKey::appPath(edit.at(i));
         if (path.isEmpty() || installed.contains(path))
             continue;
-        qCDebug(lcLayout, "🗑️ [CLEANUP] Removing deleted app from slot %ld: %s", long(i), qUtf8Printable(path));
+        qCDebug(lcLayout, LogTexts::kCleanupGridApp, long(i), qUtf8Printable(path));
         edit.clear(i);
         ++cleared;
     }
@@ -55,7 +56,7 @@ bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, co
             if (!installed.contains(p))
                 gone.append(p);
         if (!gone.isEmpty()) {
-            qCDebug(lcLayout, "🗑️ [CLEANUP] Removing %ld deleted apps from folder '%s'", long(gone.size()),
+            qCDebug(lcLayout, LogTexts::kCleanupFolderApps, long(gone.size()),
                     qUtf8Printable(folder.name));
             for (const QString &p : gone) {
                 folder.appPaths.removeAll(p);
@@ -67,7 +68,7 @@ bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, co
             changed = true;
         }
         if (folder.appPaths.isEmpty() && folder.systemFolderPaths.isEmpty() && !gone.isEmpty()) {
-            qCDebug(lcLayout, "🗑️ [CLEANUP] Folder '%s' is now empty, marking for deletion",
+            qCDebug(lcLayout, LogTexts::kCleanupFolderEmpty,
                     qUtf8Printable(folder.name));
             FolderEdits::deleteFolder(edit, folders, f);
             continue;
@@ -105,7 +106,7 @@ qsizetype clearHiddenApps(SlotEdit &edit, const QSet<QString> &hidden)
         const QString path = SlotKey::appPath(edit.at(i));
         if (path.isEmpty() || !hidden.contains(path))
             continue;
-        qCDebug(lcLayout, "👁️ [HIDE LOG] Hidden app %s was on the grid at slot %ld, clearing it",
+        qCDebug(lcLayout, LogTexts::kHiddenOnGrid,
                 qUtf8Printable(path), long(i));
         edit.clear(i);
         ++cleared;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/SettingsKeys.h"
+
 #include <QList>
 #include <QString>
 #include <optional>
@@ -15,7 +17,7 @@ enum class FolderAppsGrid {
 namespace FolderAppsGrids {
 // The choice is a per-user preference kept in the standard store (not per
 // Space: it is how folders look on this machine, not part of a layout).
-inline constexpr const char *kSettingsKey = "folderAppsGrid";
+inline constexpr const char *kSettingsKey = SettingsKeys::kFolderAppsGrid;
 // 4 rows of 5: twenty icons, a page that fits the overlay on small screens.
 inline constexpr FolderAppsGrid kDefault = FolderAppsGrid::rows4Columns5;
 

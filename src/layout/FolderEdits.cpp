@@ -1,6 +1,7 @@
 #include "layout/FolderEdits.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/FolderSlots.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
@@ -33,14 +34,14 @@ QHash<QString, qsizetype> gridCells(const SlotEdit &edit, const QSet<QString> &p
 void takeOffGrid(SlotEdit &edit, FolderItem &folder, const QStringList &paths)
 {
     const QHash<QString, qsizetype> cells = gridCells(edit, QSet<QString>(paths.cbegin(), paths.cend()));
-    FOLDER_LOG("📁 [FOLDER LOG] Removing %ld apps from main grid slots to place in folder", long(cells.size()));
+    FOLDER_LOG(LogTexts::kFolderTakingApps, long(cells.size()));
     for (const QString &path : paths) {
         const auto it = cells.constFind(path);
         if (it == cells.cend())
             continue;
         folder.originalGridSlots.insert(path, *it);
         edit.clear(*it);
-        FOLDER_LOG("📁 [FOLDER LOG] App %s removed from slot %ld to be placed in folder", qUtf8Printable(path),
+        FOLDER_LOG(LogTexts::kFolderAppTaken, qUtf8Printable(path),
                    long(*it));
     }
 }
@@ -131,27 +132,27 @@ qsizetype returnToGrid(SlotEdit &edit, const QString &key, std::optional<qint64>
         return edit.indexOf(key);
     if (originalSlot && *originalSlot >= 0 && edit.isEmptyAt(*originalSlot)) {
         edit.set(*originalSlot, key);
-        FOLDER_LOG("📁 [FOLDER LOG] App %s returned to its original slot %ld", qUtf8Printable(key),
+        FOLDER_LOG(LogTexts::kFolderAppReturned, qUtf8Printable(key),
                    long(*originalSlot));
         return *originalSlot;
     }
     return SlotEdits::insertKey(edit, key);
 }
 
-std::optional<FolderItem> createFolder(SlotEdit &edit, QList<FolderItem> &folders, const QString &name,
-                                       const QStringList &appPaths, const QStringList &systemFolderPaths,
-                                       std::optional<qsizetype> preferredSlot)
+LayoutResult<FolderItem> createFolder(SlotEdit &edit, QList<FolderItem> &folders, const QString &name,
+                                      const QStringList &appPaths, const QStringList &systemFolderPaths,
+                                      std::optional<qsizetype> preferredSlot)
 {
     FolderItem folder;
     folder.id = QUuid::createUuid();
     folder.name = name;
     folder.appPaths = uniquePaths(appPaths);
     folder.systemFolderPaths = uniquePaths(systemFolderPaths);
-    FOLDER_LOG("📁 [FOLDER LOG] Creating folder '%s' with %ld apps and %ld system folders", qUtf8Printable(name),
+    FOLDER_LOG(LogTexts::kFolderCreating, qUtf8Printable(name),
                long(folder.appPaths.size()), long(folder.systemFolderPaths.size()));
     if (!hasMembers(folder)) {
-        FOLDER_LOG("📁 [FOLDER LOG] Folder '%s' has no members, not created", qUtf8Printable(name));
-        return std::nullopt;
+        FOLDER_LOG(LogTexts::kFolderNoMembers, qUtf8Printable(name));
+        return LayoutRefusal::NoMembers;
     }
     folder.slots = folder.appPaths;
 
@@ -163,26 +164,27 @@ std::optional<FolderItem> createFolder(SlotEdit &edit, QList<FolderItem> &folder
     const QString key = folder.key();
     if (preferredSlot && *preferredSlot >= 0 && *preferredSlot < edit.size() && edit.isEmptyAt(*preferredSlot)) {
         edit.set(*preferredSlot, key);
-        FOLDER_LOG("📁 [FOLDER LOG] Placing folder '%s' in empty slot %ld", qUtf8Printable(name),
+        FOLDER_LOG(LogTexts::kFolderPlaced, qUtf8Printable(name),
                    long(*preferredSlot));
     } else {
         const qsizetype before = edit.size();
         const qsizetype index = SlotEdits::insertKey(edit, key);
         if (index < before)
-            FOLDER_LOG("📁 [FOLDER LOG] Placing folder '%s' in empty slot %ld", qUtf8Printable(name), long(index));
+            FOLDER_LOG(LogTexts::kFolderPlaced, qUtf8Printable(name), long(index));
         else
-            FOLDER_LOG("📁 [FOLDER LOG] No empty slots found, appending folder '%s' to end of slots",
+            FOLDER_LOG(LogTexts::kFolderAppended,
                        qUtf8Printable(name));
     }
     return folder;
 }
 
-bool updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated, const QSet<QString> &hidden)
+LayoutResult<void> updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated,
+                                const QSet<QString> &hidden)
 {
     const qsizetype index = indexOfFolder(folders, updated.id);
     if (index < 0) {
-        FOLDER_LOG("📁 [FOLDER LOG] Folder %s not found, nothing updated", qUtf8Printable(updated.key()));
-        return false;
+        FOLDER_LOG(LogTexts::kFolderNotFound, qUtf8Printable(updated.key()));
+        return LayoutRefusal::UnknownFolder;
     }
     const FolderItem old = folders.at(index);
     updated.appPaths = uniquePaths(updated.appPaths);
@@ -200,24 +202,28 @@ bool updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated
     takeOffGrid(edit, updated, joined);
     updated.slots = FolderSlots::completed(updated);
     folders[index] = updated;
+    if (!hasMembers(updated)) {
+        qCDebug(lcLayout, LogTexts::kFolderEmptyInUpdate);
+        // Freed first: the last app out may have had the cell the folder took.
+        clearFolderKey(edit, updated);
+        folders.removeAt(index);
+        returnApps(edit, old, left, hidden);
+        returnWorkflows(edit, updated);
+        return {};
+    }
     returnApps(edit, old, left, hidden);
     takeFromOtherFolders(edit, folders, joined, updated.id);
-
-    const qsizetype now = indexOfFolder(folders, updated.id);
-    if (!hasMembers(folders.at(now))) {
-        qCDebug(lcLayout, "🔧 Folder is empty in updateFolder, deleting...");
-        deleteFolder(edit, folders, now);
-    }
-    return true;
+    return {};
 }
 
-bool dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id, const QSet<QString> &hidden)
+LayoutResult<void> dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id,
+                                  const QSet<QString> &hidden)
 {
     const qsizetype index = indexOfFolder(folders, id);
     if (index < 0)
-        return false;
+        return LayoutRefusal::UnknownFolder;
     const FolderItem folder = folders.at(index);
-    FOLDER_LOG("📁 [FOLDER LOG] Dissolving folder '%s' with %ld apps", qUtf8Printable(folder.name),
+    FOLDER_LOG(LogTexts::kFolderDissolving, qUtf8Printable(folder.name),
                long(folder.appPaths.size()));
     clearFolderKey(edit, folder);
     folders.removeAt(index);
@@ -230,7 +236,7 @@ bool dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id,
     }
     returnApps(edit, folder, order, hidden);
     returnWorkflows(edit, folder);
-    return true;
+    return {};
 }
 
 }

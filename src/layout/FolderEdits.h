@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/GridRecords.h"
+#include "layout/LayoutRefusal.h"
 #include "layout/SlotEdit.h"
 
 #include <QSet>
@@ -16,18 +17,20 @@ namespace FolderEdits {
 // Makes a folder of the given members, recording where each app stood, and
 // places its key at preferredSlot when that cell is empty, else with the
 // insert rule. Members taken from other folders leave them. Nothing is made
-// (and nothing returned) without any member.
-std::optional<FolderItem> createFolder(SlotEdit &edit, QList<FolderItem> &folders, const QString &name,
+// without any member (NoMembers).
+LayoutResult<FolderItem> createFolder(SlotEdit &edit, QList<FolderItem> &folders, const QString &name,
                                        const QStringList &appPaths, const QStringList &systemFolderPaths,
                                        std::optional<qsizetype> preferredSlot);
 
 // Replaces the folder of the same id. Apps that joined leave the grid and
 // any other folder; apps that left go back to the grid. A folder left with
-// no app and no system folder is deleted. Returns false for an unknown id.
-bool updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated, const QSet<QString> &hidden);
+// no app and no system folder is deleted, its cell freed before its apps
+// go back so that one whose cell the folder took gets it back. UnknownFolder
+// for an unknown id.
+LayoutResult<void> updateFolder(SlotEdit &edit, QList<FolderItem> &folders, FolderItem updated, const QSet<QString> &hidden);
 
 // Deletes the folder; its apps and workflows go back to the grid.
-bool dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id, const QSet<QString> &hidden);
+LayoutResult<void> dissolveFolder(SlotEdit &edit, QList<FolderItem> &folders, const QUuid &id, const QSet<QString> &hidden);
 
 // An app's way back to the grid: its original cell when empty, else insert.
 qsizetype returnToGrid(SlotEdit &edit, const QString &key, std::optional<qint64> originalSlot);

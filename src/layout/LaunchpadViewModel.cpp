@@ -2,6 +2,7 @@
 
 #include "foundation/Logging.h"
 #include "catalogue/AppsRepository.h"
+#include "foundation/LogTexts.h"
 #include "layout/AppReconciler.h"
 #include "layout/FolderEdits.h"
 #include "layout/FolderSlotManager.h"
@@ -196,10 +197,10 @@ void LaunchpadViewModel::setLoading(bool loading)
 
 void LaunchpadViewModel::loadInitial()
 {
-    LAYOUT_LOG("🎯 [LaunchpadViewModel] loadInitial() called");
+    LAYOUT_LOG(LogTexts::kLoadInitialCalled);
     if (m_isLoadingInitialData) {
         m_hasPendingLoadInitial = true;
-        LAYOUT_LOG("loadInitial already running; queued one pending reload");
+        LAYOUT_LOG(LogTexts::kLoadQueued);
         return;
     }
     setLoading(true);
@@ -210,15 +211,15 @@ void LaunchpadViewModel::loadInitial()
 void LaunchpadViewModel::loadStoredLayout()
 {
     m_folders = m_services.foldersRepo->loadAll();
-    LAYOUT_LOG("Loaded %ld folders from repository", long(m_folders.size()));
+    LAYOUT_LOG(LogTexts::kLoadedFolders, long(m_folders.size()));
     for (qsizetype i = 0; i < m_folders.size(); ++i) {
         const FolderItem &f = m_folders.at(i);
-        LAYOUT_LOG("Folder %ld: %s with %ld apps and %ld system folders", long(i), qUtf8Printable(f.name),
+        LAYOUT_LOG(LogTexts::kLoadedFolder, long(i), qUtf8Printable(f.name),
                    long(f.appPaths.size()), long(f.systemFolderPaths.size()));
     }
 
     const QStringList loaded = m_services.orderRepo->slots();
-    LAYOUT_LOG("Loaded %ld slots from repository", long(loaded.size()));
+    LAYOUT_LOG(LogTexts::kLoadedSlots, long(loaded.size()));
     // A layout swapped in underneath is a change of every cell for the views.
     const bool replaced = loaded != m_slots;
     m_slots = loaded;
@@ -227,7 +228,7 @@ void LaunchpadViewModel::loadStoredLayout()
     LayoutSanitizer::clearFolderMembers(edit, m_folders);
     int save = 0;
     if (m_slots != loaded) {
-        LAYOUT_LOG("🧹 [SANITIZE LOG] Cleaned malformed slot keys on load; saving sanitized slots");
+        LAYOUT_LOG(LogTexts::kSanitizeSaving);
         m_services.orderRepo->setSlots(m_slots);
     }
 
@@ -266,7 +267,7 @@ void LaunchpadViewModel::preloadApps(const QList<AppItem> &apps)
 void LaunchpadViewModel::startScan()
 {
     if (!m_services.appsRepo) {
-        LAYOUT_LOG("No application catalogue; the stored layout is kept without a scan");
+        LAYOUT_LOG(LogTexts::kNoCatalogue);
         QMetaObject::invokeMethod(this, &LaunchpadViewModel::finishLoading, Qt::QueuedConnection);
         return;
     }
@@ -288,7 +289,7 @@ void LaunchpadViewModel::startScan()
 
 void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
 {
-    LAYOUT_LOG("Fetched %ld apps", long(apps.size()));
+    LAYOUT_LOG(LogTexts::kFetchedApps, long(apps.size()));
     m_apps = apps;
     m_lookup.reset();
     Q_EMIT appsChanged();
@@ -297,13 +298,13 @@ void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
     SlotEdit edit(m_slots);
     int save = 0;
     if (m_slots.isEmpty()) {
-        LAYOUT_LOG("Slots empty, initializing from apps");
+        LAYOUT_LOG(LogTexts::kSlotsEmpty);
         for (const QString &key :
              AppReconciler::initialLayout(apps, hidden, LayoutSanitizer::folderMemberPaths(m_folders)))
             edit.append(key);
         save |= SlotsPart;
     } else {
-        LAYOUT_LOG("Slots not empty, cleaning up and syncing with current apps");
+        LAYOUT_LOG(LogTexts::kSlotsNotEmpty);
         const QSet<QString> installed = AppReconciler::pathsOf(apps);
         AppReconciler::clearDeletedApps(edit, installed);
         m_services.hiddenAppsService->removeDeleted([&](const QString &p) { return installed.contains(p); });
@@ -330,43 +331,43 @@ void LaunchpadViewModel::finishLoading()
 
 // ---------------------------------------------------------------- edits
 
-QString LaunchpadViewModel::refusalToPlace(const QString &key) const
+std::optional<LayoutRefusal> LaunchpadViewModel::refusalToPlace(const QString &key) const
 {
     switch (SlotKey::kindOf(key)) {
-    case SlotKey::Kind::Empty: return QStringLiteral("it is the empty key");
+    case SlotKey::Kind::Empty: return LayoutRefusal::EmptyKey;
     case SlotKey::Kind::WidgetAnchor:
-    case SlotKey::Kind::WidgetBlock: return QStringLiteral("widgets are placed with moveWidget");
+    case SlotKey::Kind::WidgetBlock: return LayoutRefusal::WidgetKey;
     case SlotKey::Kind::App: {
         const QString path = SlotKey::appPath(key);
         if (path.isEmpty())
-            return QStringLiteral("it names no application");
+            return LayoutRefusal::MalformedKey;
         for (const FolderItem &f : m_folders)
             if (f.appPaths.contains(path))
-                return QStringLiteral("it is in folder '%1'").arg(f.name);
+                return LayoutRefusal::InFolder;
         if (m_services.hiddenAppsService->isHidden(path))
-            return QStringLiteral("it is hidden");
-        return {};
+            return LayoutRefusal::Hidden;
+        return std::nullopt;
     }
     case SlotKey::Kind::Folder:
+        return resolve(key) ? std::nullopt : std::optional(LayoutRefusal::UnknownFolder);
     case SlotKey::Kind::Workflow:
-        if (!resolve(key))
-            return QStringLiteral("no such folder or workflow");
-        return {};
+        return resolve(key) ? std::nullopt : std::optional(LayoutRefusal::UnknownWorkflow);
     }
-    return {};
+    return std::nullopt;
 }
 
-qsizetype LaunchpadViewModel::insertKey(const QString &key)
+LayoutResult<qsizetype> LaunchpadViewModel::insertKey(const QString &key)
 {
+    // Refusals first: the empty key and widget keys do stand in cells, yet
+    // are never "already placed".
+    if (const auto refusal = refusalToPlace(key)) {
+        LAYOUT_LOG(LogTexts::kInsertRefused, qUtf8Printable(key), qUtf8Printable(describe(*refusal)));
+        return *refusal;
+    }
     const qsizetype existing = m_slots.indexOf(key);
     if (existing >= 0) {
-        LAYOUT_LOG("📝 [INSERT LOG] %s already in slot %ld, not inserted again", qUtf8Printable(key), long(existing));
-        return existing;
-    }
-    const QString refusal = refusalToPlace(key);
-    if (!refusal.isEmpty()) {
-        LAYOUT_LOG("📝 [INSERT LOG] %s not inserted: %s", qUtf8Printable(key), qUtf8Printable(refusal));
-        return -1;
+        LAYOUT_LOG(LogTexts::kInsertAlreadyOnGrid, qUtf8Printable(key), long(existing));
+        return LayoutRefusal::AlreadyOnGrid;
     }
     SlotEdit edit(m_slots);
     const qsizetype index = SlotEdits::insertKey(edit, key);
@@ -374,116 +375,123 @@ qsizetype LaunchpadViewModel::insertKey(const QString &key)
     return index;
 }
 
-qsizetype LaunchpadViewModel::removeKey(const QString &key)
+LayoutResult<qsizetype> LaunchpadViewModel::removeKey(const QString &key)
 {
     SlotEdit edit(m_slots);
     const qsizetype index = SlotEdits::removeKey(edit, key);
-    if (index >= 0)
-        commit(edit, SlotsPart);
+    if (index < 0)
+        return LayoutRefusal::NotOnGrid;
+    commit(edit, SlotsPart);
     return index;
 }
 
 void LaunchpadViewModel::hideApp(const QString &path)
 {
-    LAYOUT_LOG("👁️ [HIDE LOG] Hiding app: %s", qUtf8Printable(path));
+    LAYOUT_LOG(LogTexts::kHiding, qUtf8Printable(path));
     m_services.hiddenAppsService->hide(path);
     const QString key = SlotKey::app(path);
     qsizetype index = m_slots.indexOf(key);
     if (index < 0)
         index = m_slots.indexOf(path); // the older bare form
     if (index < 0) {
-        LAYOUT_LOG("👁️ [HIDE LOG] App %s not found in slots (may already be hidden or in folder)",
+        LAYOUT_LOG(LogTexts::kHideNotOnGrid,
                    qUtf8Printable(path));
         return;
     }
-    LAYOUT_LOG("👁️ [HIDE LOG] App %s found at slot %ld, freeing this slot", qUtf8Printable(path), long(index));
+    LAYOUT_LOG(LogTexts::kHideFreeing, qUtf8Printable(path), long(index));
     removeKey(m_slots.at(index));
 }
 
-void LaunchpadViewModel::unhideApp(const QString &path)
+LayoutResult<void> LaunchpadViewModel::unhideApp(const QString &path)
 {
     if (!m_services.hiddenAppsService->isHidden(path)) {
-        LAYOUT_LOG("👁️ [UNHIDE LOG] App %s is not in hidden list, skipping", qUtf8Printable(path));
-        return;
+        LAYOUT_LOG(LogTexts::kUnhideNotHidden, qUtf8Printable(path));
+        return LayoutRefusal::NotHidden;
     }
-    LAYOUT_LOG("👁️ [UNHIDE LOG] Unhiding app: %s", qUtf8Printable(path));
+    LAYOUT_LOG(LogTexts::kUnhiding, qUtf8Printable(path));
     m_services.hiddenAppsService->show(path);
     // An app hidden from inside a folder is shown there again, not on the grid.
     insertKey(SlotKey::app(path));
+    return {};
 }
 
 // ---------------------------------------------------------------- folders
 
-std::optional<FolderItem> LaunchpadViewModel::createFolder(const QString &name, const QStringList &appPaths,
-                                                           const QStringList &systemFolderPaths,
-                                                           std::optional<qsizetype> preferredSlot)
+LayoutResult<FolderItem> LaunchpadViewModel::createFolder(const QString &name, const QStringList &appPaths,
+                                                          const QStringList &systemFolderPaths,
+                                                          std::optional<qsizetype> preferredSlot)
 {
     SlotEdit edit(m_slots);
-    const auto created =
-        FolderEdits::createFolder(edit, m_folders, name, appPaths, systemFolderPaths, preferredSlot);
+    auto created = FolderEdits::createFolder(edit, m_folders, name, appPaths, systemFolderPaths, preferredSlot);
     if (created)
         commit(edit, SlotsPart | FoldersPart);
     return created;
 }
 
-bool LaunchpadViewModel::updateFolder(const FolderItem &updated)
+LayoutResult<void> LaunchpadViewModel::updateFolder(const FolderItem &updated)
 {
     SlotEdit edit(m_slots);
-    if (!FolderEdits::updateFolder(edit, m_folders, updated, hiddenApps()))
-        return false;
-    commit(edit, SlotsPart | FoldersPart);
-    return true;
+    const auto result = FolderEdits::updateFolder(edit, m_folders, updated, hiddenApps());
+    if (result)
+        commit(edit, SlotsPart | FoldersPart);
+    return result;
 }
 
-bool LaunchpadViewModel::renameFolder(const QUuid &id, const QString &name)
+LayoutResult<void> LaunchpadViewModel::renameFolder(const QUuid &id, const QString &name)
 {
     auto f = folder(id);
     if (!f)
-        return false;
+        return LayoutRefusal::UnknownFolder;
+    if (name.trimmed().isEmpty())
+        return LayoutRefusal::InvalidName;
     f->name = name;
     return updateFolder(*f);
 }
 
-bool LaunchpadViewModel::dissolveFolder(const QUuid &id)
+LayoutResult<void> LaunchpadViewModel::dissolveFolder(const QUuid &id)
 {
     SlotEdit edit(m_slots);
-    if (!FolderEdits::dissolveFolder(edit, m_folders, id, hiddenApps()))
-        return false;
-    commit(edit, SlotsPart | FoldersPart);
-    return true;
+    const auto result = FolderEdits::dissolveFolder(edit, m_folders, id, hiddenApps());
+    if (result)
+        commit(edit, SlotsPart | FoldersPart);
+    return result;
 }
 
-bool LaunchpadViewModel::addAppToFolder(const QUuid &folderId, const QString &appPath)
+LayoutResult<void> LaunchpadViewModel::addAppToFolder(const QUuid &folderId, const QString &appPath)
 {
     auto f = folder(folderId);
-    if (!f || appPath.isEmpty())
-        return false;
+    if (!f)
+        return LayoutRefusal::UnknownFolder;
+    if (appPath.isEmpty())
+        return LayoutRefusal::MalformedKey;
     if (!f->appPaths.contains(appPath))
         f->appPaths.append(appPath);
     return updateFolder(*f);
 }
 
-bool LaunchpadViewModel::removeAppFromFolder(const QUuid &folderId, const QString &appPath)
+LayoutResult<void> LaunchpadViewModel::removeAppFromFolder(const QUuid &folderId, const QString &appPath)
 {
     auto f = folder(folderId);
-    if (!f || !f->appPaths.contains(appPath))
-        return false;
+    if (!f)
+        return LayoutRefusal::UnknownFolder;
+    if (!f->appPaths.contains(appPath))
+        return LayoutRefusal::NotInFolder;
     f->appPaths.removeAll(appPath);
     return updateFolder(*f);
 }
 
-bool LaunchpadViewModel::setFolderSlots(const QUuid &folderId, const QStringList &slots)
+LayoutResult<void> LaunchpadViewModel::setFolderSlots(const QUuid &folderId, const QStringList &slots)
 {
     const qsizetype i = indexById(m_folders, folderId);
     if (i < 0)
-        return false;
+        return LayoutRefusal::UnknownFolder;
     FolderItem &f = m_folders[i];
     f.slots = slots;
     f.slots = FolderSlots::completed(f);
     m_lookup.reset();
     m_services.foldersRepo->saveAll(m_folders);
     Q_EMIT foldersChanged();
-    return true;
+    return {};
 }
 
 QStringList LaunchpadViewModel::shownFolderSlots(const QUuid &folderId) const
@@ -532,24 +540,20 @@ void LaunchpadViewModel::setFolderAppsGridRawValue(const QString &raw)
 
 // ---------------------------------------------------------------- moves
 
-LaunchpadViewModel::MoveResult LaunchpadViewModel::moveKey(const QString &key, qsizetype toIndex)
+LayoutResult<SlotMove::Outcome> LaunchpadViewModel::moveKey(const QString &key, qsizetype toIndex)
 {
     const qsizetype from = m_slots.indexOf(key);
     if (from < 0) {
-        const QString refusal = refusalToPlace(key);
-        if (!refusal.isEmpty()) {
-            LAYOUT_LOG("🔄 [DRAG LOG] %s not moved: %s", qUtf8Printable(key), qUtf8Printable(refusal));
-            return MoveResult::Refused;
+        if (const auto refusal = refusalToPlace(key)) {
+            LAYOUT_LOG(LogTexts::kDragRefused, qUtf8Printable(key), qUtf8Printable(describe(*refusal)));
+            return *refusal;
         }
     }
     SlotEdit edit(m_slots);
-    switch (SlotMove::moveKeyInSlots(edit, key, toIndex, m_geometry.rows, from)) {
-    case SlotMove::Outcome::Unchanged: return MoveResult::Unchanged;
-    case SlotMove::Outcome::Refused: return MoveResult::Refused;
-    case SlotMove::Outcome::Moved: break;
-    }
-    commit(edit, SlotsPart);
-    return MoveResult::Moved;
+    const auto outcome = SlotMove::moveKeyInSlots(edit, key, toIndex, m_geometry.rows, from);
+    if (outcome && *outcome == SlotMove::Outcome::Moved)
+        commit(edit, SlotsPart);
+    return outcome;
 }
 
 void LaunchpadViewModel::moveKeyInSlots(const QString &key, int toIndex)
@@ -568,10 +572,10 @@ QString LaunchpadViewModel::dragName(const QString &key) const
 void LaunchpadViewModel::beginDrag(const QString &key, int pageSlot)
 {
     if (SlotKey::kindOf(key) == SlotKey::Kind::Folder)
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Started dragging folder: '%s' from page slot %ld",
+        LAYOUT_LOG(LogTexts::kGridDragStartedFolder,
                    qUtf8Printable(dragName(key)), long(pageSlot));
     else
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Started dragging app: %s from page slot %ld", qUtf8Printable(dragName(key)),
+        LAYOUT_LOG(LogTexts::kGridDragStartedApp, qUtf8Printable(dragName(key)),
                    long(pageSlot));
 }
 
@@ -581,35 +585,36 @@ bool LaunchpadViewModel::endDrag(const QString &key, int fromPageSlot, int page,
     const bool isFolder = SlotKey::kindOf(key) == SlotKey::Kind::Folder;
     if (movedToOtherPage) {
         if (isFolder)
-            LAYOUT_LOG("🎯 [GRID DRAG LOG] Folder moved to other page, skip handleDragEndFolder");
+            LAYOUT_LOG(LogTexts::kGridDragSkippedFolder);
         else
-            LAYOUT_LOG("🎯 [GRID DRAG LOG] Item moved to other page, skip handleDragEnd");
+            LAYOUT_LOG(LogTexts::kGridDragSkipped);
         return false;
     }
     const qsizetype target = absoluteSlot(page, localSlot);
     const QByteArray name = dragName(key).toUtf8();
     if (isFolder)
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Folder drag ended: '%s' from page slot %ld to local slot %ld (absolute slot %ld)",
+        LAYOUT_LOG(LogTexts::kGridDragEndedFolder,
                    name.constData(), long(fromPageSlot), long(localSlot), long(target));
     else
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Drag ended: %s from page slot %ld to local slot %ld (absolute slot %ld)",
+        LAYOUT_LOG(LogTexts::kGridDragEnded,
                    name.constData(), long(fromPageSlot), long(localSlot), long(target));
     if (SlotKey::isWidgetMarker(SlotList::at(m_slots, target))) {
         if (isFolder)
-            LAYOUT_LOG("🎯 [GRID DRAG LOG] Drop blocked: folder target absolute slot %ld belongs to widget area",
+            LAYOUT_LOG(LogTexts::kGridDropBlockedFolder,
                        long(target));
         else
-            LAYOUT_LOG("🎯 [GRID DRAG LOG] Drop blocked: target absolute slot %ld belongs to widget area",
+            LAYOUT_LOG(LogTexts::kGridDropBlocked,
                        long(target));
         return false;
     }
     if (isFolder)
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Calling moveKeyInSlots for folder %s to absolute slot %ld", name.constData(),
+        LAYOUT_LOG(LogTexts::kGridCallingMoveFolder, name.constData(),
                    long(target));
     else
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Calling moveKeyInSlots for %s to absolute slot %ld", name.constData(),
+        LAYOUT_LOG(LogTexts::kGridCallingMove, name.constData(),
                    long(target));
-    return moveKey(key, target) == MoveResult::Moved;
+    const auto outcome = moveKey(key, target);
+    return outcome && *outcome == SlotMove::Outcome::Moved;
 }
 
 qsizetype LaunchpadViewModel::moveEntryToNeighbourPage(const GridEntry &entry, int currentPage, int localSlot,
@@ -620,32 +625,32 @@ qsizetype LaunchpadViewModel::moveEntryToNeighbourPage(const GridEntry &entry, i
         return -1;
     const qsizetype target =
         m_geometry.absoluteSlot(page, std::clamp(localSlot, 0, m_geometry.capacity() - 1));
-    LAYOUT_LOG("🎯 [GRID DRAG LOG] Moving entry to %s page, target slot: %ld",
+    LAYOUT_LOG(LogTexts::kGridToNeighbourPage,
                direction == NeighbourPage::Next ? "next" : "previous", long(target));
 
     QString key;
     if (const auto *app = std::get_if<AppItem>(&entry)) {
-        LAYOUT_LOG("🎯 [GRAG LOG] Moving app %s to neighbor page at slot %ld", qUtf8Printable(app->path),
+        LAYOUT_LOG(LogTexts::kGridAppToNeighbourPage, qUtf8Printable(app->path),
                    long(target));
         key = SlotKey::app(app->path);
         if (!m_slots.contains(key) && m_slots.contains(app->path))
             key = app->path; // the older bare form stands on the grid
     } else if (const auto *f = std::get_if<FolderItem>(&entry)) {
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Moving folder '%s' to neighbor page at slot %ld", qUtf8Printable(f->name),
+        LAYOUT_LOG(LogTexts::kGridFolderToNeighbourPage, qUtf8Printable(f->name),
                    long(target));
         key = f->key();
     } else if (const auto *w = std::get_if<WorkflowItem>(&entry)) {
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Moving workflow '%s' to neighbor page at slot %ld", qUtf8Printable(w->name),
+        LAYOUT_LOG(LogTexts::kGridWorkflowToNeighbourPage, qUtf8Printable(w->name),
                    long(target));
         key = w->key();
     } else if (std::holds_alternative<WidgetItem>(entry)) {
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] Widget drag to neighbor page not implemented");
+        LAYOUT_LOG(LogTexts::kGridWidgetToNeighbourPage);
         return -1;
     } else {
-        LAYOUT_LOG("🎯 [GRID DRAG LOG] System folder drag to neighbor page not supported");
+        LAYOUT_LOG(LogTexts::kGridSystemFolderToNeighbourPage);
         return -1;
     }
-    if (moveKey(key, target) == MoveResult::Refused)
+    if (!moveKey(key, target))
         return -1;
     return target;
 }
@@ -662,7 +667,7 @@ std::optional<QStringList> LaunchpadViewModel::previewDrop(const QString &key, q
     const ScopedDebugSilence quiet(lcLayout());
     QStringList copy = m_slots;
     SlotEdit edit(copy);
-    if (SlotMove::moveKeyInSlots(edit, key, target, m_geometry.rows) == SlotMove::Outcome::Refused)
+    if (!SlotMove::moveKeyInSlots(edit, key, target, m_geometry.rows))
         return std::nullopt;
     return copy;
 }
@@ -703,48 +708,48 @@ void LaunchpadViewModel::dropTrailingEmptyPages()
 
 // ---------------------------------------------------------------- widgets
 
-std::optional<WidgetItem> LaunchpadViewModel::addWidget(const QString &kind, WidgetSize size,
-                                                        std::optional<qsizetype> requestedSlot,
-                                                        const QJsonObject &settings)
+LayoutResult<WidgetItem> LaunchpadViewModel::addWidget(const QString &kind, WidgetSize size,
+                                                       std::optional<qsizetype> requestedSlot,
+                                                       const QJsonObject &settings)
 {
     const WidgetItem item{QUuid::createUuid(), kind, size, settings};
-    LAYOUT_LOG("[Widgets] addWidget id=%s size=%ldx%ld requested=%ld", qUtf8Printable(Uuids::toText(item.id)),
+    LAYOUT_LOG(LogTexts::kWidgetAdd, qUtf8Printable(Uuids::toText(item.id)),
                long(WidgetSizes::columns(size)), long(WidgetSizes::rows(size)), long(requestedSlot.value_or(-1)));
     const qsizetype requested = requestedSlot ? *requestedSlot : WidgetLayout::firstFreeAnchor(m_slots, size, m_geometry);
     SlotEdit edit(m_slots);
-    if (!WidgetLayout::place(edit, item, requested, m_geometry))
-        return std::nullopt;
+    if (const auto placed = WidgetLayout::place(edit, item, requested, m_geometry); !placed)
+        return placed.error();
     m_widgets.append(item);
     commit(edit, SlotsPart | WidgetsPart);
     return item;
 }
 
-bool LaunchpadViewModel::moveWidget(const QUuid &id, qsizetype requestedSlot)
+LayoutResult<void> LaunchpadViewModel::moveWidget(const QUuid &id, qsizetype requestedSlot)
 {
     const auto item = widget(id);
     if (!item) {
-        LAYOUT_LOG("[Widgets] moveWidget: widget not found %s", qUtf8Printable(Uuids::toText(id)));
-        return false;
+        LAYOUT_LOG(LogTexts::kWidgetNotFound, qUtf8Printable(Uuids::toText(id)));
+        return LayoutRefusal::UnknownWidget;
     }
-    LAYOUT_LOG("[Widgets] moveWidget id=%s size=%ldx%ld requested=%ld", qUtf8Printable(Uuids::toText(id)),
+    LAYOUT_LOG(LogTexts::kWidgetMove, qUtf8Printable(Uuids::toText(id)),
                long(WidgetSizes::columns(item->size)), long(WidgetSizes::rows(item->size)), long(requestedSlot));
     SlotEdit edit(m_slots);
-    if (!WidgetLayout::place(edit, *item, requestedSlot, m_geometry))
-        return false;
+    if (const auto placed = WidgetLayout::place(edit, *item, requestedSlot, m_geometry); !placed)
+        return placed.error();
     commit(edit, SlotsPart | WidgetsPart);
-    return true;
+    return {};
 }
 
-bool LaunchpadViewModel::removeWidget(const QUuid &id)
+LayoutResult<void> LaunchpadViewModel::removeWidget(const QUuid &id)
 {
     const qsizetype i = indexById(m_widgets, id);
     if (i < 0)
-        return false;
+        return LayoutRefusal::UnknownWidget;
     SlotEdit edit(m_slots);
     WidgetLayout::clearMarkers(edit, id);
     m_widgets.removeAt(i);
     commit(edit, SlotsPart | WidgetsPart);
-    return true;
+    return {};
 }
 
 qsizetype LaunchpadViewModel::findWidgetTopLeftIndex(const QUuid &id) const

@@ -2,8 +2,10 @@
 
 #include "layout/FolderAppsGrid.h"
 #include "layout/GridEntry.h"
+#include "layout/LayoutRefusal.h"
 #include "layout/LayoutServices.h"
 #include "layout/PageGeometry.h"
+#include "layout/SlotMove.h"
 
 #include <QObject>
 #include <QSet>
@@ -80,28 +82,35 @@ public:
     void preloadApps(const QList<AppItem> &apps);
 
     // --- Placement, removal and hiding -----------------------------------
+    // Operations that can be turned down answer with the reason
+    // (LayoutRefusal); describe() words it.
+    //
     // First empty cell, else the end. A key already on the grid, an app that
     // is in a folder or hidden, or the key of an unknown folder or workflow is
-    // not inserted. Returns the cell, or -1.
-    Q_INVOKABLE qsizetype insertKey(const QString &key);
-    Q_INVOKABLE qsizetype removeKey(const QString &key);
+    // not inserted. Returns the cell.
+    LayoutResult<qsizetype> insertKey(const QString &key);
+    // Returns the emptied cell, or NotOnGrid.
+    LayoutResult<qsizetype> removeKey(const QString &key);
     Q_INVOKABLE void hideApp(const QString &path);
-    Q_INVOKABLE void unhideApp(const QString &path);
+    // NotHidden when the app is not hidden.
+    LayoutResult<void> unhideApp(const QString &path);
     QSet<QString> hiddenApps() const;
 
     // --- Folders ---------------------------------------------------------
-    std::optional<FolderItem> createFolder(const QString &name, const QStringList &appPaths,
-                                           const QStringList &systemFolderPaths = {},
-                                           std::optional<qsizetype> preferredSlot = std::nullopt);
+    LayoutResult<FolderItem> createFolder(const QString &name, const QStringList &appPaths,
+                                          const QStringList &systemFolderPaths = {},
+                                          std::optional<qsizetype> preferredSlot = std::nullopt);
     // Rename or change members; a folder left without members is deleted.
-    bool updateFolder(const FolderItem &folder);
-    bool renameFolder(const QUuid &id, const QString &name);
+    LayoutResult<void> updateFolder(const FolderItem &folder);
+    // A blank name is refused (InvalidName).
+    LayoutResult<void> renameFolder(const QUuid &id, const QString &name);
     // Deletes the folder; its apps return to their original cells where those are empty.
-    bool dissolveFolder(const QUuid &id);
-    bool addAppToFolder(const QUuid &folderId, const QString &appPath);
-    bool removeAppFromFolder(const QUuid &folderId, const QString &appPath);
+    LayoutResult<void> dissolveFolder(const QUuid &id);
+    LayoutResult<void> addAppToFolder(const QUuid &folderId, const QString &appPath);
+    // The app returns to its original cell when that is empty, else to the first empty cell.
+    LayoutResult<void> removeAppFromFolder(const QUuid &folderId, const QString &appPath);
     // Stores an open folder's cell list (completed with missing members).
-    bool setFolderSlots(const QUuid &folderId, const QStringList &slots);
+    LayoutResult<void> setFolderSlots(const QUuid &folderId, const QStringList &slots);
     // The folder's cells as shown: stored cells completed with missing members.
     QStringList shownFolderSlots(const QUuid &folderId) const;
     // A manager for one open folder, kept in step with the folder and the
@@ -116,6 +125,9 @@ public:
     // --- Moves -----------------------------------------------------------
     // The drag-and-drop move of the main grid (rows and pages 8 cells wide).
     Q_INVOKABLE void moveKeyInSlots(const QString &key, int toIndex);
+    // The same move, answering whether anything moved or why it was refused
+    // (a widget cell or key, or a key that may not stand on the grid).
+    LayoutResult<SlotMove::Outcome> moveKey(const QString &key, qsizetype toIndex);
     // The grid view's side of a drag: start, drop on a page-local cell, and a
     // move to the neighbouring page while dragging over a page edge.
     void beginDrag(const QString &key, int pageSlot);
@@ -141,11 +153,11 @@ public:
     // --- Widgets ---------------------------------------------------------
     // A new widget at requestedSlot (or the first free rectangle). Nothing is
     // added when the size fits no page of the current grid.
-    std::optional<WidgetItem> addWidget(const QString &kind, WidgetSize size,
-                                        std::optional<qsizetype> requestedSlot = std::nullopt,
-                                        const QJsonObject &settings = {});
-    bool moveWidget(const QUuid &id, qsizetype requestedSlot);
-    bool removeWidget(const QUuid &id);
+    LayoutResult<WidgetItem> addWidget(const QString &kind, WidgetSize size,
+                                       std::optional<qsizetype> requestedSlot = std::nullopt,
+                                       const QJsonObject &settings = {});
+    LayoutResult<void> moveWidget(const QUuid &id, qsizetype requestedSlot);
+    LayoutResult<void> removeWidget(const QUuid &id);
     qsizetype findWidgetTopLeftIndex(const QUuid &id) const;
 
 Q_SIGNALS:
@@ -179,9 +191,8 @@ private:
     // announces the parts named in `save`.
     void commit(const SlotEdit &edit, int save);
     void relayWidgets();
-    QString refusalToPlace(const QString &key) const;
-    enum class MoveResult { Unchanged, Moved, Refused };
-    MoveResult moveKey(const QString &key, qsizetype toIndex);
+    // Why key may not be put on the grid, or nothing when it may.
+    std::optional<LayoutRefusal> refusalToPlace(const QString &key) const;
     QString dragName(const QString &key) const;
 
     LayoutServices m_services;

@@ -1,6 +1,7 @@
 #include "layout/LayoutSanitizer.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
 
@@ -63,7 +64,7 @@ qsizetype clearMalformedAndDuplicates(SlotEdit &edit)
         }
     }
     if (cleared > 0)
-        qCDebug(lcLayout, "🧹 [SANITIZE LOG] Removed %ld malformed/duplicate slot entries", long(cleared));
+        qCDebug(lcLayout, LogTexts::kSanitizeMalformed, long(cleared));
     return cleared;
 }
 
@@ -91,7 +92,7 @@ qsizetype clearFolderMembers(SlotEdit &edit, const QList<FolderItem> &folders)
         return !path.isEmpty() && members.contains(path);
     });
     if (cleared > 0)
-        qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld stale folder-member app keys from slots", long(cleared));
+        qCDebug(lcLayout, LogTexts::kSanitizeFolderMembers, long(cleared));
     return cleared;
 }
 
@@ -101,7 +102,7 @@ qsizetype clearOrphanWidgetMarkers(SlotEdit &edit, const QList<WidgetItem> &widg
     const qsizetype cleared = clearWhere(
         edit, [&](const QString &key) { return SlotKey::isWidgetMarker(key) && !ids.contains(normalisedId(key)); });
     if (cleared > 0)
-        qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld orphaned widget markers from slots", long(cleared));
+        qCDebug(lcLayout, LogTexts::kSanitizeWidgets, long(cleared));
     return cleared;
 }
 
@@ -115,7 +116,7 @@ qsizetype clearOrphanWorkflowKeys(SlotEdit &edit, const QList<WorkflowItem> &wor
     const QSet<QString> ids = idSet(workflows);
     const qsizetype cleared = clearWhere(edit, [&](const QString &key) { return isOrphanWorkflowKey(key, ids); });
     if (cleared > 0)
-        qCDebug(lcLayout, "🧹 [SANITIZE LOG] Cleared %ld orphaned workflow markers from slots", long(cleared));
+        qCDebug(lcLayout, LogTexts::kSanitizeWorkflows, long(cleared));
     return cleared;
 }
 

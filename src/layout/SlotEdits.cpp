@@ -1,6 +1,7 @@
 #include "layout/SlotEdits.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 
 namespace SlotEdits {
 
@@ -18,12 +19,12 @@ qsizetype insertKey(SlotEdit &edit, const QString &key, qsizetype knownFull)
     const qsizetype empty = firstEmpty(edit, knownFull);
     if (empty >= 0) {
         edit.set(empty, key);
-        qCDebug(lcLayout, "📝 [INSERT LOG] Placed %s in empty slot %ld", qUtf8Printable(key), long(empty));
+        qCDebug(lcLayout, LogTexts::kInsertPlaced, qUtf8Printable(key), long(empty));
         return empty;
     }
     edit.append(key);
     const qsizetype last = edit.size() - 1;
-    qCDebug(lcLayout, "📝 [INSERT LOG] Appended %s to end of slots at index %ld", qUtf8Printable(key), long(last));
+    qCDebug(lcLayout, LogTexts::kInsertAppended, qUtf8Printable(key), long(last));
     return last;
 }
 
@@ -31,11 +32,11 @@ qsizetype removeKey(SlotEdit &edit, const QString &key)
 {
     const qsizetype index = edit.indexOf(key);
     if (index < 0) {
-        qCDebug(lcLayout, "🗑️ [REMOVE LOG] Key %s not found in slots", qUtf8Printable(key));
+        qCDebug(lcLayout, LogTexts::kRemoveNotFound, qUtf8Printable(key));
         return -1;
     }
     edit.clear(index);
-    qCDebug(lcLayout, "🗑️ [REMOVE LOG] Removing %s from slot %ld, slot becomes empty", qUtf8Printable(key),
+    qCDebug(lcLayout, LogTexts::kRemoved, qUtf8Printable(key),
             long(index));
     return index;
 }

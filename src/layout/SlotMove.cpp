@@ -1,6 +1,7 @@
 #include "layout/SlotMove.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/SlotEdits.h"
 #include "foundation/SlotKey.h"
 
@@ -26,22 +27,22 @@ qsizetype nearestEmpty(const SlotEdit &edit, qsizetype from, qsizetype step, qsi
 
 Outcome placeKeyNotOnGrid(SlotEdit &edit, const QString &key, qsizetype target, int rows)
 {
-    DRAG_LOG("🔄 [DRAG LOG] Item %s not found in slots, adding to target position %ld", qUtf8Printable(key),
+    DRAG_LOG(LogTexts::kDragNotOnGrid, qUtf8Printable(key),
              long(target));
     const QString displaced = edit.at(target);
     edit.set(target, key);
     if (displaced.isEmpty()) {
-        DRAG_LOG("🔄 [DRAG LOG] Target slot %ld was empty, simple placement completed", long(target));
+        DRAG_LOG(LogTexts::kDragPlacedOnEmpty, long(target));
         return Outcome::Moved;
     }
-    DRAG_LOG("🔄 [DRAG LOG] Target slot %ld was occupied by %s, need to relocate it", long(target),
+    DRAG_LOG(LogTexts::kDragTargetOccupied, long(target),
              qUtf8Printable(displaced));
     const Span page = pageOf(target, rows);
     edit.padTo(page.end);
     const qsizetype empty = SlotEdits::firstEmpty(edit, target + 1, page.end);
     if (empty >= 0) {
         edit.set(empty, displaced);
-        DRAG_LOG("🔄 [DRAG LOG] Moved displaced item %s to empty slot %ld", qUtf8Printable(displaced), long(empty));
+        DRAG_LOG(LogTexts::kDragDisplacedMoved, qUtf8Printable(displaced), long(empty));
         return Outcome::Moved;
     }
     // The next page's first cell, unless something already stands there: an
@@ -51,7 +52,7 @@ Outcome placeKeyNotOnGrid(SlotEdit &edit, const QString &key, qsizetype target, 
     if (dest < 0)
         dest = edit.size();
     edit.set(dest, displaced);
-    DRAG_LOG("🔄 [DRAG LOG] No empty slots on page, moved %s to new page at slot %ld", qUtf8Printable(displaced),
+    DRAG_LOG(LogTexts::kDragDisplacedToNextPage, qUtf8Printable(displaced),
              long(dest));
     return Outcome::Moved;
 }
@@ -62,7 +63,7 @@ void shift(SlotEdit &edit, qsizetype empty, qsizetype target)
     for (qsizetype i = empty; i != target; i += step) {
         const QString moved = edit.at(i + step);
         edit.set(i, moved);
-        DRAG_LOG("🔄 [DRAG LOG] Shifted %s from slot %ld to slot %ld", qUtf8Printable(moved), long(i + step),
+        DRAG_LOG(LogTexts::kDragShifted, qUtf8Printable(moved), long(i + step),
                  long(i));
     }
 }
@@ -76,30 +77,30 @@ bool tryRowShift(SlotEdit &edit, const QString &key, qsizetype from, qsizetype t
     if (left < 0 && right < 0)
         return false;
 
-    DRAG_LOG("🔄 [DRAG LOG] Found empty slots in row, performing shift operation");
+    DRAG_LOG(LogTexts::kDragRowHasRoom);
     const qsizetype empty = left >= 0 ? left : right;
     if (left >= 0) {
-        DRAG_LOG("🔄 [DRAG LOG] Will shift left, empty slot found at %ld", long(empty));
-        DRAG_LOG("🔄 [DRAG LOG] Executing left shift operation");
+        DRAG_LOG(LogTexts::kDragWillShiftLeft, long(empty));
+        DRAG_LOG(LogTexts::kDragShiftingLeft);
     } else {
-        DRAG_LOG("🔄 [DRAG LOG] Will shift right, empty slot found at %ld", long(empty));
-        DRAG_LOG("🔄 [DRAG LOG] Executing right shift operation");
+        DRAG_LOG(LogTexts::kDragWillShiftRight, long(empty));
+        DRAG_LOG(LogTexts::kDragShiftingRight);
     }
     shift(edit, empty, target);
     edit.set(target, key);
-    DRAG_LOG("🔄 [DRAG LOG] Placed %s at target slot %ld", qUtf8Printable(key), long(target));
+    DRAG_LOG(LogTexts::kDragPlaced, qUtf8Printable(key), long(target));
     if (edit.at(from) == key) {
         edit.clear(from);
         return true;
     }
-    DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld after shift because it no longer contains %s",
+    DRAG_LOG(LogTexts::kDragSkippedClearAfterShift,
              long(from), qUtf8Printable(key));
     // The shift ran over the dragged key's own cell and carried it one step.
     const bool carried = left >= 0 ? (from > empty && from < target) : (from > target && from < empty);
     const qsizetype copy = left >= 0 ? from - 1 : from + 1;
     if (carried && edit.at(copy) == key) {
         edit.clear(copy);
-        DRAG_LOG("🔄 [DRAG LOG] Cleared shifted copy of %s at slot %ld", qUtf8Printable(key), long(copy));
+        DRAG_LOG(LogTexts::kDragClearedCarriedCopy, qUtf8Printable(key), long(copy));
     }
     return true;
 }
@@ -107,7 +108,7 @@ bool tryRowShift(SlotEdit &edit, const QString &key, qsizetype from, qsizetype t
 bool tryPageRelocation(SlotEdit &edit, const QString &key, const QString &occupant, qsizetype from,
                        qsizetype target, int rows)
 {
-    DRAG_LOG("🔄 [DRAG LOG] No empty slots in row, searching for empty slots on page");
+    DRAG_LOG(LogTexts::kDragRowFull);
     const Span page = pageOf(target, rows);
     edit.padTo(page.end);
     qsizetype empty = SlotEdits::firstEmpty(edit, target + 1, page.end);
@@ -116,15 +117,15 @@ bool tryPageRelocation(SlotEdit &edit, const QString &key, const QString &occupa
             empty = i;
     if (empty < 0)
         return false;
-    DRAG_LOG("🔄 [DRAG LOG] Found empty slot at %ld, moving displaced item there", long(empty));
+    DRAG_LOG(LogTexts::kDragFoundOnPage, long(empty));
     edit.set(empty, occupant);
     edit.set(target, key);
     if (edit.at(from) == key)
         edit.clear(from);
     else
-        DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld (page relocation) because it no longer contains %s",
+        DRAG_LOG(LogTexts::kDragSkippedClearRelocation,
                  long(from), qUtf8Printable(key));
-    DRAG_LOG("🔄 [DRAG LOG] Moved: %s to %ld, %s to %ld", qUtf8Printable(key), long(target),
+    DRAG_LOG(LogTexts::kDragRelocated, qUtf8Printable(key), long(target),
              qUtf8Printable(occupant), long(empty));
     return true;
 }
@@ -144,20 +145,20 @@ Span pageOf(qsizetype slot, int rows)
     return {start, start + capacity};
 }
 
-Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
+LayoutResult<Outcome> moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
                        std::optional<qsizetype> knownFrom)
 {
     if (key.isEmpty())
-        return Outcome::Refused;
+        return LayoutRefusal::EmptyKey;
     const qsizetype target = std::max<qsizetype>(0, toIndex);
     if (SlotKey::isWidgetMarker(key)) {
-        DRAG_LOG("🔄 [DRAG LOG] %s is a widget cell; widgets are moved with moveWidget", qUtf8Printable(key));
-        return Outcome::Refused;
+        DRAG_LOG(LogTexts::kDragWidgetKey, qUtf8Printable(key));
+        return LayoutRefusal::WidgetKey;
     }
     if (SlotKey::isWidgetMarker(edit.at(target))) {
-        DRAG_LOG("🔄 [DRAG LOG] Target slot %ld belongs to widget area, %s not moved", long(target),
+        DRAG_LOG(LogTexts::kDragWidgetTarget, long(target),
                  qUtf8Printable(key));
-        return Outcome::Refused;
+        return LayoutRefusal::WidgetArea;
     }
 
     edit.padTo(target + 1);
@@ -166,15 +167,15 @@ Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, in
         return placeKeyNotOnGrid(edit, key, target, rows);
 
     if (from == target) {
-        DRAG_LOG("🔄 [DRAG LOG] %s dropped on same slot %ld, no movement needed", qUtf8Printable(key), long(target));
+        DRAG_LOG(LogTexts::kDragSameSlot, qUtf8Printable(key), long(target));
         return Outcome::Unchanged;
     }
-    DRAG_LOG("🔄 [DRAG LOG] Moving %s from slot %ld to slot %ld", qUtf8Printable(key), long(from), long(target));
+    DRAG_LOG(LogTexts::kDragMoving, qUtf8Printable(key), long(from), long(target));
 
     const QString occupant = edit.at(target);
     if (occupant == key) {
         edit.clear(from);
-        DRAG_LOG("🔄 [DRAG LOG] Duplicate detected at target=%ld. Cleared original slot %ld and kept %s at target",
+        DRAG_LOG(LogTexts::kDragDuplicate,
                  long(target), long(from), qUtf8Printable(key));
         return Outcome::Moved;
     }
@@ -183,24 +184,24 @@ Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, in
         if (edit.at(from) == key)
             edit.clear(from);
         else
-            DRAG_LOG("🔄 [DRAG LOG] Skipped clearing original slot %ld because it no longer contains %s", long(from),
+            DRAG_LOG(LogTexts::kDragSkippedClear, long(from),
                      qUtf8Printable(key));
-        DRAG_LOG("🔄 [DRAG LOG] Simple move: %s moved from %ld to %ld (target was empty or malformed)",
+        DRAG_LOG(LogTexts::kDragSimpleMove,
                  qUtf8Printable(key), long(from), long(target));
         return Outcome::Moved;
     }
 
-    DRAG_LOG("🔄 [DRAG LOG] Target slot %ld is occupied by %s, attempting shift operation", long(target),
+    DRAG_LOG(LogTexts::kDragAttemptShift, long(target),
              qUtf8Printable(occupant));
     if (tryRowShift(edit, key, from, target))
         return Outcome::Moved;
     if (tryPageRelocation(edit, key, occupant, from, target, rows))
         return Outcome::Moved;
 
-    DRAG_LOG("🔄 [DRAG LOG] No empty slots found on page, performing simple swap");
+    DRAG_LOG(LogTexts::kDragPageFull);
     edit.set(from, occupant);
     edit.set(target, key);
-    DRAG_LOG("🔄 [DRAG LOG] Swapped: %s moved to %ld, %s moved to %ld", qUtf8Printable(key), long(target),
+    DRAG_LOG(LogTexts::kDragSwapped, qUtf8Printable(key), long(target),
              qUtf8Printable(occupant), long(from));
     return Outcome::Moved;
 }

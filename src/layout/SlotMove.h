@@ -1,5 +1,6 @@
 #pragma once
 
+#include "layout/LayoutRefusal.h"
 #include "layout/SlotEdit.h"
 
 #include <optional>
@@ -14,7 +15,6 @@ inline constexpr qsizetype kRowWidth = 8;
 enum class Outcome {
     Unchanged, // dropped on its own cell: nothing written, nothing to save
     Moved,     // the list changed and should be saved
-    Refused,   // a widget cell or a widget key: widgets move with moveWidget
 };
 
 struct Span {
@@ -34,11 +34,12 @@ Span pageOf(qsizetype slot, int rows);
 //
 // Two guards keep widgets whole, which the drop handling alone cannot: a
 // widget cell is a wall that a row shift does not cross, and a drop on a
-// widget cell is refused. When a row shift carries the dragged key itself,
+// widget cell is refused (WidgetArea), as is a widget key (WidgetKey:
+// widgets move with moveWidget) and the empty key. When a row shift carries the dragged key itself,
 // the carried copy is cleared so that the key never stands twice.
 // A caller that already looked the key up passes its first index (or -1) as
 // knownFrom, sparing a second walk over the list.
-Outcome moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
+LayoutResult<Outcome> moveKeyInSlots(SlotEdit &edit, const QString &key, qsizetype toIndex, int rows,
                        std::optional<qsizetype> knownFrom = std::nullopt);
 
 }

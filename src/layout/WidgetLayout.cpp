@@ -1,6 +1,7 @@
 #include "layout/WidgetLayout.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "layout/LayoutSanitizer.h"
 #include "layout/SlotEdits.h"
 #include "foundation/SlotKey.h"
@@ -56,7 +57,7 @@ bool rectIsFree(const SlotEdit &edit, qsizetype anchor, WidgetSize size, const Q
         if (!SlotKey::isWidgetMarker(key) || LayoutSanitizer::normalisedId(key) == idText)
             continue;
         const bool blocked = SlotKey::kindOf(key) == SlotKey::Kind::WidgetBlock;
-        WIDGET_LOG("[Widgets] Rect cell idx=%ld contains widget marker id=%s blocked=%s", long(cell),
+        WIDGET_LOG(LogTexts::kWidgetRectBlocked, long(cell),
                    qUtf8Printable(SlotKey::idText(key)), blocked ? "true" : "false");
         free = false;
     }
@@ -155,20 +156,20 @@ qsizetype firstFreeAnchor(const QStringList &slots, WidgetSize size, const PageG
     }
 }
 
-std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizetype requested,
-                               const PageGeometry &geometry)
+LayoutResult<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizetype requested,
+                              const PageGeometry &geometry)
 {
     const QString idText = Uuids::toText(widget.id);
     if (!fitsAnyPage(widget.size, geometry)) {
-        WIDGET_LOG("[Widgets] widget %s of size %ldx%ld cannot fit a page of %ldx%ld cells", qUtf8Printable(idText),
+        WIDGET_LOG(LogTexts::kWidgetCannotFit, qUtf8Printable(idText),
                    long(WidgetSizes::columns(widget.size)), long(WidgetSizes::rows(widget.size)),
                    long(geometry.columns), long(geometry.rows));
-        return std::nullopt;
+        return LayoutRefusal::Full;
     }
     requested = std::max<qsizetype>(0, requested);
     const qsizetype pageStart = pageStartOf(requested, geometry);
     const QList<qsizetype> onPage = candidates(pageStart, requested, widget.size, geometry);
-    WIDGET_LOG("[Widgets] moveWidget: candidate=%ld pageStart=%ld", long(onPage.first()), long(pageStart));
+    WIDGET_LOG(LogTexts::kWidgetCandidate, long(onPage.first()), long(pageStart));
 
     std::optional<qsizetype> anchor;
     for (qsizetype c : onPage) {
@@ -178,7 +179,7 @@ std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizety
         }
     }
     if (!anchor) {
-        WIDGET_LOG("[Widgets] No suitable rect on page; place at next page start");
+        WIDGET_LOG(LogTexts::kWidgetNextPage);
         for (qsizetype next = pageStart + geometry.capacity(); !anchor; next += geometry.capacity())
             anchor = firstFreeCandidate(edit, next, next, widget.size, geometry, idText);
     }
@@ -193,9 +194,9 @@ std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizety
     edit.set(*anchor, SlotKey::widgetAnchor(widget.id));
     for (qsizetype k = 1; k < cells.size(); ++k)
         edit.set(cells.at(k), SlotKey::widgetBlock(widget.id));
-    WIDGET_LOG("[Widgets] placed widget at %ld with blocked cells", long(*anchor));
+    WIDGET_LOG(LogTexts::kWidgetPlaced, long(*anchor));
 
-    WIDGET_LOG("[Widgets] displaced count=%ld", long(displaced.size()));
+    WIDGET_LOG(LogTexts::kWidgetDisplaced, long(displaced.size()));
     const qsizetype anchorPage = pageStartOf(*anchor, geometry);
     const qsizetype pageEnd = anchorPage + geometry.capacity();
     edit.padTo(pageEnd);
@@ -207,8 +208,8 @@ std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizety
             dest = edit.size();
         edit.set(dest, key);
     }
-    WIDGET_LOG("[Widgets] slots snapshot: %s", qUtf8Printable(edit.slots().join(QStringLiteral(", "))));
-    return anchor;
+    WIDGET_LOG(LogTexts::kWidgetSnapshot, qUtf8Printable(edit.slots().join(QStringLiteral(", "))));
+    return *anchor;
 }
 
 qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeometry &geometry, bool checkPage)
@@ -234,7 +235,7 @@ qsizetype repair(SlotEdit &edit, const QList<WidgetItem> &widgets, const PageGeo
     for (const Broken &b : broken)
         clearMarkers(edit, b.widget->id);
     for (const Broken &b : broken) {
-        WIDGET_LOG("[Widgets] re-laying widget %s: its cells no longer form a rectangle inside one page",
+        WIDGET_LOG(LogTexts::kWidgetRelaying,
                    qUtf8Printable(Uuids::toText(b.widget->id)));
         place(edit, *b.widget, b.requested, geometry);
     }

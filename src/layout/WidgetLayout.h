@@ -1,5 +1,6 @@
 #pragma once
 
+#include "layout/LayoutRefusal.h"
 #include "layout/PageGeometry.h"
 #include "layout/SlotEdit.h"
 #include "foundation/WidgetItem.h"
@@ -44,10 +45,10 @@ bool isWhole(const QStringList &slots, const WidgetItem &widget, const PageGeome
 
 // Places (or moves) the widget as near the requested slot as the candidate
 // order allows, clears its old markers and re-places displaced icons.
-// Returns the anchor, or nothing (and changes nothing) when the widget
-// cannot fit any page of this geometry.
-std::optional<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizetype requested,
-                               const PageGeometry &geometry);
+// Returns the anchor, or Full (and changes nothing) when the widget cannot
+// fit any page of this geometry.
+LayoutResult<qsizetype> place(SlotEdit &edit, const WidgetItem &widget, qsizetype requested,
+                              const PageGeometry &geometry);
 // The first anchor, page by page, whose whole rectangle is empty: where a
 // new widget goes when no slot was asked for.
 qsizetype firstFreeAnchor(const QStringList &slots, WidgetSize size, const PageGeometry &geometry);

@@ -1,6 +1,7 @@
 #include "storage/AppearanceRepository.h"
 
 #include "storage/PropertyListValue.h"
+#include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ AppearanceRepositoryImpl::AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsS
 
 QString AppearanceRepositoryImpl::displayKey(const QString &base, const DisplayProfile &display)
 {
-    return base + u'@' + display.key;
+    return base + SettingsKeys::kDisplaySeparator + display.key;
 }
 
 void AppearanceRepositoryImpl::write(const QString &key, const QVariant &value)
@@ -27,131 +28,131 @@ void AppearanceRepositoryImpl::write(const QString &key, const QVariant &value)
 
 double AppearanceRepositoryImpl::iconSize(const DisplayProfile &display) const
 {
-    const double size = m_defaults->number(displayKey(QStringLiteral("iconSize"), display)).value_or(kDefaultIconSize);
+    const double size = m_defaults->number(displayKey(QLatin1String(SettingsKeys::kIconSize), display)).value_or(kDefaultIconSize);
     return std::clamp(size, display.minIconSize, std::max(display.minIconSize, display.maxIconSize));
 }
 
 void AppearanceRepositoryImpl::setIconSize(const DisplayProfile &display, double size)
 {
-    write(displayKey(QStringLiteral("iconSize"), display),
+    write(displayKey(QLatin1String(SettingsKeys::kIconSize), display),
           std::clamp(size, display.minIconSize, std::max(display.minIconSize, display.maxIconSize)));
 }
 
 bool AppearanceRepositoryImpl::showLabels(const DisplayProfile &display) const
 {
-    const QString key = displayKey(QStringLiteral("showLabels"), display);
+    const QString key = displayKey(QLatin1String(SettingsKeys::kShowLabels), display);
     return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setShowLabels(const DisplayProfile &display, bool show)
 {
-    write(displayKey(QStringLiteral("showLabels"), display), show);
+    write(displayKey(QLatin1String(SettingsKeys::kShowLabels), display), show);
 }
 
 int AppearanceRepositoryImpl::columns(const DisplayProfile &display) const
 {
-    const auto n = m_defaults->integer(displayKey(QStringLiteral("columns"), display));
+    const auto n = m_defaults->integer(displayKey(QLatin1String(SettingsKeys::kColumns), display));
     return std::clamp(int(n.value_or(kDefaultColumns)), kMinColumns, kMaxColumns);
 }
 
 void AppearanceRepositoryImpl::setColumns(const DisplayProfile &display, int columns)
 {
-    write(displayKey(QStringLiteral("columns"), display), std::clamp(columns, kMinColumns, kMaxColumns));
+    write(displayKey(QLatin1String(SettingsKeys::kColumns), display), std::clamp(columns, kMinColumns, kMaxColumns));
 }
 
 int AppearanceRepositoryImpl::rows(const DisplayProfile &display) const
 {
-    const auto n = m_defaults->integer(displayKey(QStringLiteral("rows"), display));
+    const auto n = m_defaults->integer(displayKey(QLatin1String(SettingsKeys::kRows), display));
     return std::clamp(int(n.value_or(kDefaultRows)), kMinRows, kMaxRows);
 }
 
 void AppearanceRepositoryImpl::setRows(const DisplayProfile &display, int rows)
 {
-    write(displayKey(QStringLiteral("rows"), display), std::clamp(rows, kMinRows, kMaxRows));
+    write(displayKey(QLatin1String(SettingsKeys::kRows), display), std::clamp(rows, kMinRows, kMaxRows));
 }
 
 double AppearanceRepositoryImpl::glassIntensity() const
 {
-    return m_defaults->number(QStringLiteral("glassIntensity")).value_or(0.85);
+    return m_defaults->number(QLatin1String(SettingsKeys::kGlassIntensity)).value_or(0.85);
 }
 
 void AppearanceRepositoryImpl::setGlassIntensity(double value)
 {
-    write(QStringLiteral("glassIntensity"), value);
+    write(QLatin1String(SettingsKeys::kGlassIntensity), value);
 }
 
 QString AppearanceRepositoryImpl::theme() const
 {
-    return m_defaults->string(QStringLiteral("theme")).value_or(QStringLiteral("auto"));
+    return m_defaults->string(QLatin1String(SettingsKeys::kTheme)).value_or(QStringLiteral("auto"));
 }
 
 void AppearanceRepositoryImpl::setTheme(const QString &theme)
 {
-    write(QStringLiteral("theme"), theme);
+    write(QLatin1String(SettingsKeys::kTheme), theme);
     m_defaults->synchronize();
 }
 
 QString AppearanceRepositoryImpl::titleColorOverride() const
 {
-    const QString value = m_defaults->string(QStringLiteral("titleColorOverride")).value_or(QString());
+    const QString value = m_defaults->string(QLatin1String(SettingsKeys::kTitleColorOverride)).value_or(QString());
     return kTitleColorValues.contains(value) ? value : QStringLiteral("auto");
 }
 
 void AppearanceRepositoryImpl::setTitleColorOverride(const QString &value)
 {
-    write(QStringLiteral("titleColorOverride"), kTitleColorValues.contains(value) ? value : QStringLiteral("auto"));
+    write(QLatin1String(SettingsKeys::kTitleColorOverride), kTitleColorValues.contains(value) ? value : QStringLiteral("auto"));
 }
 
 bool AppearanceRepositoryImpl::liquidGlassEnabled() const
 {
-    const QString key = QStringLiteral("liquidGlassEnabled");
+    const QString key = QLatin1String(SettingsKeys::kLiquidGlassEnabled);
     return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassEnabled(bool enabled)
 {
-    write(QStringLiteral("liquidGlassEnabled"), enabled);
+    write(QLatin1String(SettingsKeys::kLiquidGlassEnabled), enabled);
 }
 
 QString AppearanceRepositoryImpl::liquidGlassMaterialStyle() const
 {
-    const QString style = m_defaults->string(QStringLiteral("liquidGlassMaterialStyle")).value_or(QString());
+    const QString style = m_defaults->string(QLatin1String(SettingsKeys::kLiquidGlassMaterialStyle)).value_or(QString());
     return style == QLatin1String("clear") ? style : QStringLiteral("tinted");
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassMaterialStyle(const QString &style)
 {
-    write(QStringLiteral("liquidGlassMaterialStyle"),
+    write(QLatin1String(SettingsKeys::kLiquidGlassMaterialStyle),
           style == QLatin1String("clear") ? QStringLiteral("clear") : QStringLiteral("tinted"));
 }
 
 bool AppearanceRepositoryImpl::liquidGlassTintStandard() const
 {
-    const QString key = QStringLiteral("liquidGlassTintStandard");
+    const QString key = QLatin1String(SettingsKeys::kLiquidGlassTintStandard);
     return m_defaults->object(key).isValid() ? m_defaults->boolValue(key) : true;
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintStandard(bool standard)
 {
-    write(QStringLiteral("liquidGlassTintStandard"), standard);
+    write(QLatin1String(SettingsKeys::kLiquidGlassTintStandard), standard);
 }
 
 double AppearanceRepositoryImpl::liquidGlassTintIntensity() const
 {
-    return std::clamp(m_defaults->number(QStringLiteral("liquidGlassTintIntensity")).value_or(0.6), 0.0, 0.8);
+    return std::clamp(m_defaults->number(QLatin1String(SettingsKeys::kLiquidGlassTintIntensity)).value_or(0.6), 0.0, 0.8);
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintIntensity(double value)
 {
-    write(QStringLiteral("liquidGlassTintIntensity"), std::clamp(value, 0.0, 0.8));
+    write(QLatin1String(SettingsKeys::kLiquidGlassTintIntensity), std::clamp(value, 0.0, 0.8));
 }
 
 double AppearanceRepositoryImpl::liquidGlassTintHue() const
 {
-    return m_defaults->number(QStringLiteral("liquidGlassTintHue")).value_or(0.55);
+    return m_defaults->number(QLatin1String(SettingsKeys::kLiquidGlassTintHue)).value_or(0.55);
 }
 
 void AppearanceRepositoryImpl::setLiquidGlassTintHue(double value)
 {
-    write(QStringLiteral("liquidGlassTintHue"), value);
+    write(QLatin1String(SettingsKeys::kLiquidGlassTintHue), value);
 }

@@ -1,6 +1,7 @@
 #include "storage/FoldersRepository.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "foundation/RecordList.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -15,21 +16,21 @@ QList<FolderItem> FoldersRepositoryImpl::loadAll() const
 {
     const auto bytes = m_store->data(QLatin1String(SettingsKeys::kFolders));
     if (!bytes) {
-        qCDebug(m_logger, "No folders data found in UserDefaults");
+        qCDebug(m_logger, LogTexts::kFoldersNone);
         return {};
     }
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(m_logger, "Failed to decode folders from UserDefaults: %s", qUtf8Printable(error));
+        qCWarning(m_logger, LogTexts::kFoldersDecodeFailed, qUtf8Printable(error));
         return {};
     }
-    qCDebug(m_logger, "Successfully decoded %ld folders from UserDefaults", long(folders->size()));
+    qCDebug(m_logger, LogTexts::kFoldersDecoded, long(folders->size()));
     return *folders;
 }
 
 void FoldersRepositoryImpl::saveAll(const QList<FolderItem> &folders)
 {
     m_store->set(RecordList::encode(folders), QLatin1String(SettingsKeys::kFolders));
-    qCDebug(m_logger, "Successfully saved %ld folders to UserDefaults", long(folders.size()));
+    qCDebug(m_logger, LogTexts::kFoldersSaved, long(folders.size()));
 }

@@ -1,6 +1,7 @@
 #include "storage/HiddenAppsService.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
@@ -20,7 +21,7 @@ QStringList HiddenAppsServiceImpl::stored() const
 QStringList HiddenAppsServiceImpl::hiddenApps() const
 {
     const QStringList list = stored();
-    qCDebug(m_logger, "Retrieved %ld hidden apps", long(list.size()));
+    qCDebug(m_logger, LogTexts::kHiddenRetrieved, long(list.size()));
     return list;
 }
 
@@ -31,7 +32,7 @@ void HiddenAppsServiceImpl::hide(const QString &path)
         return;
     list.append(path);
     m_store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
-    qCDebug(m_logger, "Hidden app: %s", qUtf8Printable(path));
+    qCDebug(m_logger, LogTexts::kHiddenHid, qUtf8Printable(path));
 }
 
 void HiddenAppsServiceImpl::show(const QString &path)
@@ -40,7 +41,7 @@ void HiddenAppsServiceImpl::show(const QString &path)
     if (!list.removeAll(path))
         return;
     m_store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
-    qCDebug(m_logger, "Showed app: %s", qUtf8Printable(path));
+    qCDebug(m_logger, LogTexts::kHiddenShowed, qUtf8Printable(path));
 }
 
 bool HiddenAppsServiceImpl::isHidden(const QString &path) const
@@ -58,7 +59,7 @@ qsizetype HiddenAppsServiceImpl::removeDeleted(const std::function<bool(const QS
     const qsizetype removed = before.size() - kept.size();
     if (removed > 0) {
         m_store->set(kept, QLatin1String(SettingsKeys::kHiddenApps));
-        qCDebug(m_logger, "🗑️ [CLEANUP] Removed %ld deleted apps from hidden list", long(removed));
+        qCDebug(m_logger, LogTexts::kHiddenCleanup, long(removed));
     }
     return removed;
 }

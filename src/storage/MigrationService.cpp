@@ -1,6 +1,7 @@
 #include "storage/MigrationService.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "foundation/GridRecords.h"
 #include "foundation/RecordList.h"
 #include "foundation/Uuids.h"
@@ -17,8 +18,8 @@
 #include <QSaveFile>
 
 namespace {
-constexpr const char *kSpacesItems = "Spaces_Items_v1";
-constexpr const char *kSpacesActiveSpaceId = "Spaces_ActiveSpaceId";
+using SettingsKeys::kSpacesActiveSpaceId;
+using SettingsKeys::kSpacesItems;
 
 QString key(const char *name) { return QLatin1String(name); }
 }
@@ -69,27 +70,27 @@ void MigrationService::once(const char *flag, const std::function<void()> &step)
 
 void MigrationService::migrateTheme()
 {
-    if (fillAbsent("theme", QStringLiteral("auto")))
+    if (fillAbsent(SettingsKeys::kTheme, QStringLiteral("auto")))
         m_defaults->synchronize(); // theme writes are flushed at once
 }
 
 void MigrationService::migrateTitleColor()
 {
-    fillAbsent("titleColorOverride", QStringLiteral("auto"));
+    fillAbsent(SettingsKeys::kTitleColorOverride, QStringLiteral("auto"));
 }
 
 void MigrationService::migrateGlassMaterial()
 {
-    if (fillAbsent("liquidGlassMaterialStyle", QStringLiteral("tinted")))
-        qCInfo(m_logger, "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user");
+    if (fillAbsent(SettingsKeys::kLiquidGlassMaterialStyle, QStringLiteral("tinted")))
+        qCInfo(m_logger, LogTexts::kMigratedGlassStyle);
 }
 
 void MigrationService::migrateGlassEnabled()
 {
     once(kLiquidGlassDoneFlag, [this] {
         // A user who switched the glass off on purpose keeps it off.
-        if (!m_defaults->boolValue(QStringLiteral("liquidGlassExplicitlyDisabledByUser")))
-            m_defaults->set(true, QStringLiteral("liquidGlassEnabled"));
+        if (!m_defaults->boolValue(QLatin1String(SettingsKeys::kLiquidGlassExplicitlyDisabledByUser)))
+            m_defaults->set(true, QLatin1String(SettingsKeys::kLiquidGlassEnabled));
     });
 }
 
@@ -98,38 +99,38 @@ void MigrationService::migrateGlassEnabled()
 void MigrationService::migratePinchGesture()
 {
     once(kGesturePinchDoneFlag, [this] {
-        m_defaults->set(true, QStringLiteral("gesture.pinch.enabled"));
-        fillAbsent("gesture.pinch.fingerCount", 4); // a count the user chose is kept
-        qCDebug(m_logger, "Migrated: enabled Pinch to invoke once for all users");
+        m_defaults->set(true, QLatin1String(SettingsKeys::kGesturePinchEnabled));
+        fillAbsent(SettingsKeys::kGesturePinchFingerCount, 4); // a count the user chose is kept
+        qCDebug(m_logger, LogTexts::kMigratedPinch);
     });
 }
 
 void MigrationService::migrateShowOverFullscreen()
 {
-    once(kShowOverFullscreenDoneFlag, [this] { m_defaults->set(true, QStringLiteral("ShowOverFullscreenEnabled")); });
+    once(kShowOverFullscreenDoneFlag, [this] { m_defaults->set(true, QLatin1String(SettingsKeys::kShowOverFullscreenEnabled)); });
 }
 
 void MigrationService::migrateHideButton()
 {
-    once(kHideButtonDoneFlag, [this] { m_defaults->set(false, QStringLiteral("ShowHideButtonEnabled")); });
+    once(kHideButtonDoneFlag, [this] { m_defaults->set(false, QLatin1String(SettingsKeys::kShowHideButtonEnabled)); });
 }
 
 void MigrationService::migrateSunBackground()
 {
-    bool wrote = fillAbsent("sunBackgroundEnabled", false);
-    wrote |= fillAbsent("sunBackgroundAutoEnabled", true);
-    wrote |= fillAbsent("sunBackgroundManualTime", 12.0);
+    bool wrote = fillAbsent(SettingsKeys::kSunBackgroundEnabled, false);
+    wrote |= fillAbsent(SettingsKeys::kSunBackgroundAutoEnabled, true);
+    wrote |= fillAbsent(SettingsKeys::kSunBackgroundManualTime, 12.0);
     if (wrote)
-        qCInfo(m_logger, "Migrated: set Sun Background defaults for existing user");
+        qCInfo(m_logger, LogTexts::kMigratedSunBackground);
 }
 
 void MigrationService::migrateWeatherBackground()
 {
-    fillAbsent("weatherBackgroundEnabled", false);
-    fillAbsent("weatherBackgroundAutoEnabled", true);
-    fillAbsent("weatherBackgroundCity", QStringLiteral("London"));
-    fillAbsent("weatherBackgroundManualType", QStringLiteral("clear"));
-    fillAbsent("weatherBackgroundManualTime", 12.0);
+    fillAbsent(SettingsKeys::kWeatherBackgroundEnabled, false);
+    fillAbsent(SettingsKeys::kWeatherBackgroundAutoEnabled, true);
+    fillAbsent(SettingsKeys::kWeatherBackgroundCity, QStringLiteral("London"));
+    fillAbsent(SettingsKeys::kWeatherBackgroundManualType, QStringLiteral("clear"));
+    fillAbsent(SettingsKeys::kWeatherBackgroundManualTime, 12.0);
 }
 
 void MigrationService::migrateBackgroundImageToFile()
@@ -141,7 +142,7 @@ void MigrationService::migrateBackgroundImageToFile()
     const auto fail = [this](const QString &error) {
         // The bytes stay stored: nothing of the user's is lost, and a later
         // launch tries again.
-        qCWarning(m_logger, "Migration failed: %s", qUtf8Printable(error));
+        qCWarning(m_logger, LogTexts::kMigrationFailed, qUtf8Printable(error));
     };
 
     QBuffer buffer;
@@ -164,7 +165,7 @@ void MigrationService::migrateBackgroundImageToFile()
 
     m_defaults->set(path, key(SettingsKeys::kCustomBackgroundImagePath));
     m_defaults->removeObject(legacyKey); // only now that the file is safely written
-    qCInfo(m_logger, "Migrated background image data to file: %s", qUtf8Printable(path));
+    qCInfo(m_logger, LogTexts::kMigratedBackgroundImage, qUtf8Printable(path));
 }
 
 void MigrationService::migrateFoldersToSlots()
@@ -184,12 +185,12 @@ void MigrationService::migrateFoldersToSlots()
     QString error;
     const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
     if (!folders) {
-        qCWarning(m_logger, "Failed to decode folders for the slots migration: %s", qUtf8Printable(error));
+        qCWarning(m_logger, LogTexts::kMigrationFoldersDecodeFailed, qUtf8Printable(error));
         return; // the stored value stays as it is
     }
-    qCInfo(m_logger, "Migrating folders to slots format");
+    qCInfo(m_logger, LogTexts::kMigratingFolders);
     m_defaults->set(RecordList::encode(*folders), foldersKey);
-    qCInfo(m_logger, "Successfully migrated %ld folders to slots format", long(folders->size()));
+    qCInfo(m_logger, LogTexts::kMigratedFolders, long(folders->size()));
 }
 
 void MigrationService::clearDanglingActiveSpace()
@@ -197,5 +198,5 @@ void MigrationService::clearDanglingActiveSpace()
     if (!isAbsent(kSpacesItems) || isAbsent(kSpacesActiveSpaceId))
         return;
     m_defaults->removeObject(key(kSpacesActiveSpaceId));
-    qCInfo(m_logger, "Spaces: cleared activeSpaceId (no spaces list)");
+    qCInfo(m_logger, LogTexts::kMigrationClearedActiveSpace);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/SettingsKeys.h"
+
 #include <QLoggingCategory>
 #include <functional>
 #include <memory>
@@ -15,10 +17,10 @@ class MigrationService {
 public:
     // Done flags. Step 4 (glass on) keeps its own flag as well: it must not
     // switch the glass back on for a user who later turned it off.
-    static constexpr const char *kLiquidGlassDoneFlag = "migration.liquidGlass.enableForAll.done";
-    static constexpr const char *kGesturePinchDoneFlag = "migration.gesturePinch.enableForAll.done";
-    static constexpr const char *kShowOverFullscreenDoneFlag = "migration.showOverFullscreen.enableForAll.done";
-    static constexpr const char *kHideButtonDoneFlag = "migration.hideButton.disableForAll.done";
+    static constexpr const char *kLiquidGlassDoneFlag = SettingsKeys::kMigrationLiquidGlassDone;
+    static constexpr const char *kGesturePinchDoneFlag = SettingsKeys::kMigrationGesturePinchDone;
+    static constexpr const char *kShowOverFullscreenDoneFlag = SettingsKeys::kMigrationShowOverFullscreenDone;
+    static constexpr const char *kHideButtonDoneFlag = SettingsKeys::kMigrationHideButtonDone;
     static constexpr const char *kWallpapersFolder = "Wallpapers";
 
     MigrationService(std::shared_ptr<UserDefaultsStoreType> defaults, std::shared_ptr<FileSystemStore> fs);

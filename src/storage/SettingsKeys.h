@@ -28,3 +28,77 @@ namespace SettingsKeys {
 inline constexpr const char *kCustomBackgroundImagePath = "customBackgroundImagePath";
 inline constexpr const char *kLegacyCustomBackgroundImageData = "customBackgroundImageData";
 }
+
+// Appearance, per display: the base name, "@", then the display's key
+namespace SettingsKeys {
+inline constexpr char16_t kDisplaySeparator = u'@';
+inline constexpr const char *kIconSize = "iconSize";
+inline constexpr const char *kShowLabels = "showLabels";
+inline constexpr const char *kColumns = "columns";
+inline constexpr const char *kRows = "rows";
+}
+
+// Appearance
+namespace SettingsKeys {
+inline constexpr const char *kGlassIntensity = "glassIntensity";
+inline constexpr const char *kTheme = "theme";
+inline constexpr const char *kTitleColorOverride = "titleColorOverride";
+inline constexpr const char *kLiquidGlassEnabled = "liquidGlassEnabled";
+inline constexpr const char *kLiquidGlassExplicitlyDisabledByUser = "liquidGlassExplicitlyDisabledByUser";
+inline constexpr const char *kLiquidGlassMaterialStyle = "liquidGlassMaterialStyle";
+inline constexpr const char *kLiquidGlassTintStandard = "liquidGlassTintStandard";
+inline constexpr const char *kLiquidGlassTintIntensity = "liquidGlassTintIntensity";
+inline constexpr const char *kLiquidGlassTintHue = "liquidGlassTintHue";
+inline constexpr const char *kBlurEnabled = "blurEnabled";
+inline constexpr const char *kFilledBackgroundEnabled = "filledBackgroundEnabled";
+inline constexpr const char *kCellBackgroundEnabled = "cellBackgroundEnabled";
+inline constexpr const char *kFolderAppsGrid = "folderAppsGrid";
+}
+
+// Backgrounds
+namespace SettingsKeys {
+inline constexpr const char *kSunBackgroundEnabled = "sunBackgroundEnabled";
+inline constexpr const char *kSunBackgroundAutoEnabled = "sunBackgroundAutoEnabled";
+inline constexpr const char *kSunBackgroundManualTime = "sunBackgroundManualTime";
+inline constexpr const char *kWeatherBackgroundEnabled = "weatherBackgroundEnabled";
+inline constexpr const char *kWeatherBackgroundAutoEnabled = "weatherBackgroundAutoEnabled";
+inline constexpr const char *kWeatherBackgroundCity = "weatherBackgroundCity";
+inline constexpr const char *kWeatherBackgroundManualType = "weatherBackgroundManualType";
+inline constexpr const char *kWeatherBackgroundManualTime = "weatherBackgroundManualTime";
+}
+
+// The overlay and the shell
+namespace SettingsKeys {
+inline constexpr const char *kShowOverFullscreenEnabled = "ShowOverFullscreenEnabled";
+inline constexpr const char *kClassicViewEnabled = "ClassicViewEnabled";
+inline constexpr const char *kShowHideButtonEnabled = "ShowHideButtonEnabled";
+inline constexpr const char *kSearchLocation = "SearchLocation";
+inline constexpr const char *kClassicViewAutoConfigDone = "ClassicViewAutoConfigDone";
+inline constexpr const char *kShowCategoriesAsMainPage = "ShowCategoriesAsMainPage";
+}
+
+// Activation inputs
+namespace SettingsKeys {
+inline constexpr const char *kHotKeyKeyCode = "hotKey.keyCode";
+inline constexpr const char *kHotKeyModifiers = "hotKey.modifiers";
+inline constexpr const char *kHotKeyEnabled = "hotKey.enabled";
+inline constexpr const char *kHotCornerEnabled = "hotCorner.enabled";
+inline constexpr const char *kHotCornerSelected = "hotCorner.selected";
+inline constexpr const char *kGesturePinchEnabled = "gesture.pinch.enabled";
+inline constexpr const char *kGesturePinchFingerCount = "gesture.pinch.fingerCount";
+inline constexpr const char *kKnockToLaunchEnabled = "knockToLaunch.enabled";
+}
+
+// Spaces
+namespace SettingsKeys {
+inline constexpr const char *kSpacesItems = "Spaces_Items_v1";
+inline constexpr const char *kSpacesActiveSpaceId = "Spaces_ActiveSpaceId";
+}
+
+// One-time migrations: each step sets its flag when done
+namespace SettingsKeys {
+inline constexpr const char *kMigrationLiquidGlassDone = "migration.liquidGlass.enableForAll.done";
+inline constexpr const char *kMigrationGesturePinchDone = "migration.gesturePinch.enableForAll.done";
+inline constexpr const char *kMigrationShowOverFullscreenDone = "migration.showOverFullscreen.enableForAll.done";
+inline constexpr const char *kMigrationHideButtonDone = "migration.hideButton.disableForAll.done";
+}

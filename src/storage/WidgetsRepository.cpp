@@ -1,6 +1,7 @@
 #include "storage/WidgetsRepository.h"
 
 #include "foundation/Logging.h"
+#include "foundation/LogTexts.h"
 #include "foundation/RecordList.h"
 #include "storage/FileSystemStore.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -24,7 +25,7 @@ QList<WidgetItem> WidgetsRepositoryImpl::load() const
     QString error;
     const auto widgets = RecordList::decode<WidgetItem>(*bytes, &error);
     if (!widgets) {
-        qCWarning(lcPersistence, "[Widgets] Failed to decode widgets: %s", qUtf8Printable(error));
+        qCWarning(lcPersistence, LogTexts::kWidgetsDecodeFailed, qUtf8Printable(error));
         return {};
     }
     return *widgets;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/WidgetItem.h"
+#include "storage/SettingsKeys.h"
 
 #include <QList>
 #include <memory>
@@ -19,7 +20,7 @@ public:
 class WidgetsRepositoryImpl final : public WidgetsRepository {
 public:
     WidgetsRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store, std::shared_ptr<FileSystemStore> files,
-                          QString key = QStringLiteral("widgets_storage_v1"));
+                          QString key = QLatin1String(SettingsKeys::kWidgets));
     QList<WidgetItem> load() const override;
     void save(const QList<WidgetItem> &widgets) override;
     // Copies an image into "Widgets/" (replacing one of the same name) and

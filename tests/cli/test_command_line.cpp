@@ -162,6 +162,46 @@ private Q_SLOTS:
         QCOMPARE(storedBytes(), before);
     }
 
+    // An operation the layout turns down exits 1 with its reason on one
+    // line and leaves the stored data as it was. "{X}" stands for app X.
+    void refusedOperationsSayWhy_data()
+    {
+        QTest::addColumn<QStringList>("setup");
+        QTest::addColumn<QStringList>("args");
+        QTest::addColumn<QString>("err");
+        QTest::newRow("already on the grid") << QStringList{} << QStringList{"place", "{Alpha}"}
+                                             << "A:{Alpha} was not placed: it is already on the grid";
+        QTest::newRow("inside a folder") << QStringList{"folder", "create", "F", "{Charlie}"}
+                                         << QStringList{"place", "{Charlie}"}
+                                         << "A:{Charlie} was not placed: it is inside a folder";
+        QTest::newRow("already hidden") << QStringList{"hide", "{Bravo}"} << QStringList{"hide", "{Bravo}"}
+                                        << "{Bravo} was not hidden: it is already hidden";
+        QTest::newRow("onto a widget") << QStringList{"widget", "add", "clock", "2x2", "--slot", "20"}
+                                       << QStringList{"move", "{Alpha}", "21"}
+                                       << "A:{Alpha} was not moved: the cell belongs to a widget";
+    }
+    void refusedOperationsSayWhy()
+    {
+        QFETCH(QStringList, setup);
+        QFETCH(QStringList, args);
+        QFETCH(QString, err);
+        const auto apply = [this](QString text) {
+            for (const char *name : {"Alpha", "Bravo", "Charlie"})
+                text.replace(QStringLiteral("{%1}").arg(QLatin1String(name)), app(QLatin1String(name)));
+            return text;
+        };
+        for (QString &a : setup)
+            a = apply(a);
+        for (QString &a : args)
+            a = apply(a);
+        QCOMPARE(tillmora(setup.isEmpty() ? QStringList{QStringLiteral("apps")} : setup).exitCode, 0);
+        const QByteArray before = storedBytes();
+        const Run r = tillmora(args);
+        QCOMPARE(r.exitCode, 1);
+        QCOMPARE(r.err, QStringLiteral("tillmora: ") + apply(err) + u'\n');
+        QCOMPARE(storedBytes(), before);
+    }
+
     void defaultsReadAndWriteTypedValues()
     {
         QCOMPARE(tillmora({"defaults", "write", "hotKey.keyCode", "-int", "18"}).exitCode, 0);

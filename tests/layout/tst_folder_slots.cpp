@@ -8,12 +8,6 @@ using namespace LayoutTest;
 class FolderSlotsTest : public QObject {
     Q_OBJECT
 
-    // Folder pages of 2 rows x 4 columns.
-    static QStringList move(const QStringList &slots, const char *key, int target)
-    {
-        return FolderSlots::moveKey(slots, QString::fromUtf8(key), target, 8, 4);
-    }
-
 private Q_SLOTS:
     void twelveShapesInOrder()
     {
@@ -27,37 +21,44 @@ private Q_SLOTS:
         QVERIFY(!FolderAppsGrids::fromRawValue("8x3"));
     }
 
-    void ownCellAndFarPages()
+    void moveInsideAFolder_data()
     {
-        const QStringList slots = keys({"a", "b", "c"});
-        QCOMPARE(move(slots, "b", 1), slots);
-        const QStringList far = move(slots, "c", 17); // page 2 of 8-cell pages
-        QCOMPARE(far.size(), 24);
-        QCOMPARE(far.at(17), QStringLiteral("c"));
-        QCOMPARE(far.at(2), QString());
-        QCOMPARE(move(slots, "a", -4), slots);
-    }
-
-    void oldCellIsEmptiedFirstSoTheNeighbourShiftsLeft()
-    {
+        QTest::addColumn<QStringList>("before");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<int>("to");
+        QTest::addColumn<QStringList>("after");
+        QTest::newRow("own cell: unchanged") << keys({"a", "b", "c"}) << "b" << 1 << keys({"a", "b", "c"});
+        QTest::newRow("negative target is 0") << keys({"a", "b", "c"}) << "a" << -4 << keys({"a", "b", "c"});
+        QTest::newRow("far page pads to its end")
+            << keys({"a", "b", "c"}) << "c" << 17
+            << keys({"a", "b", "", "", "", "", "", "", "", "", "", "", "", "", "", "", "", "c", "", "", "", "", "", ""});
         // Row 0 full: b goes one cell right, c slides into b's freed cell.
-        QCOMPARE(move(keys({"a", "b", "c", "d"}), "b", 2), keys({"a", "c", "b", "d", "", "", "", ""}));
+        QTest::newRow("old cell is emptied first") << keys({"a", "b", "c", "d"}) << "b" << 2
+                                                   << keys({"a", "c", "b", "d", "", "", "", ""});
+        QTest::newRow("left beats right") << keys({"", "x", "T", "", "y", "z", "w", "K"}) << "K" << 2
+                                          << keys({"x", "T", "K", "", "y", "z", "w", ""});
+        QTest::newRow("right when the left is full") << keys({"a", "T", "", "b", "c", "d", "e", "f"}) << "f" << 1
+                                                     << keys({"a", "f", "T", "b", "c", "d", "e", ""});
+        // Row 1 (4-7) full: a key from inside the folder swaps with the occupant.
+        QTest::newRow("full row, key from inside: swap") << keys({"a", "K", "b", "c", "d", "T", "e", "f"}) << "K" << 5
+                                                         << keys({"a", "T", "b", "c", "d", "K", "e", "f"});
+        // A key from outside: the occupant goes to the first hole of the whole list, any page.
+        QTest::newRow("full row, key from outside: first hole")
+            << keys({"a", "b", "c", "d", "e", "f", "g", "h", "i", ""}) << "N" << 1
+            << keys({"a", "N", "c", "d", "e", "f", "g", "h", "i", "b"});
+        QTest::newRow("full row, key from outside: first hole before the target")
+            << keys({"", "b", "c", "d", "e", "f", "g", "h"}) << "N" << 5 << keys({"f", "b", "c", "d", "e", "N", "g", "h"});
+        QTest::newRow("full row, key from outside, no hole: appended")
+            << keys({"a", "b", "c", "d", "e", "f", "g", "h"}) << "N" << 0
+            << keys({"N", "b", "c", "d", "e", "f", "g", "h", "a"});
     }
-
-    void leftBeatsRightAndAFullRowSwapsOrUsesTheFirstHole()
+    void moveInsideAFolder()
     {
-        QCOMPARE(move(keys({"", "x", "T", "", "y", "z", "w", "K"}), "K", 2),
-                 keys({"x", "T", "K", "", "y", "z", "w", ""}));
-        QCOMPARE(move(keys({"a", "T", "", "b", "c", "d", "e", "f"}), "f", 1),
-                 keys({"a", "f", "T", "b", "c", "d", "e", ""}));
-        // Row 1 (4-7) full, key from row 0: the occupant takes the key's old cell.
-        QCOMPARE(move(keys({"a", "K", "b", "c", "d", "T", "e", "f"}), "K", 5),
-                 keys({"a", "T", "b", "c", "d", "K", "e", "f"}));
-        // A key from outside: the occupant goes to the first hole of any page, else the end.
-        QCOMPARE(move(keys({"a", "b", "c", "d", "e", "f", "g", "h", "i", ""}), "N", 1),
-                 keys({"a", "N", "c", "d", "e", "f", "g", "h", "i", "b"}));
-        QCOMPARE(move(keys({"a", "b", "c", "d", "e", "f", "g", "h"}), "N", 0),
-                 keys({"N", "b", "c", "d", "e", "f", "g", "h", "a"}));
+        QFETCH(QStringList, before);
+        QFETCH(QString, key);
+        QFETCH(int, to);
+        QFETCH(QStringList, after);
+        QCOMPARE(FolderSlots::moveKey(before, key, to, 8, 4), after);
     }
 
     void shownListGivesEveryMemberACell()

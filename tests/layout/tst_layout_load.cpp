@@ -1,5 +1,4 @@
 #include "LayoutTestSupport.h"
-#include "common/LogCapture.h"
 #include "foundation/Uuids.h"
 
 using namespace LayoutTest;
@@ -23,7 +22,6 @@ class LayoutLoadTest : public QObject {
 private Q_SLOTS:
     void callsDuringALoadQueueExactlyOneMore()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A"}));
         LaunchpadViewModel model(fx.fakes.services());
@@ -31,25 +29,20 @@ private Q_SLOTS:
         model.loadInitial();
         model.loadInitial();
         model.loadInitial();
-        QCOMPARE(log.count("loadInitial already running; queued one pending reload"), 2);
         QTRY_COMPARE(finished.count(), 2);
         QTest::qWait(50); // nothing further may start
         QCOMPARE(finished.count(), 2);
         QCOMPARE(fx.fakes.apps->fetchCount(), 2);
-        QCOMPARE(log.count("🎯 [LaunchpadViewModel] loadInitial() called"), 4); // three calls and the queued one
         QVERIFY(!model.isLoading());
     }
 
     void emptyStoreBuildsTheFirstLayoutFromTheScan()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A", "B", "C", "D"}));
         fx.fakes.hidden->stored = {path("B")};
         fx.fakes.folders->stored = {folderOf("F", {"C"})};
         auto &model = fx.load();
-        QVERIFY(log.contains("Slots empty, initializing from apps"));
-        QVERIFY(log.contains("Fetched 4 apps"));
         QCOMPARE(model.slots(), QStringList({appKey("A"), appKey("D")}));
         QCOMPARE(fx.fakes.order->storedSlots, model.slots());
         QCOMPARE(model.apps().size(), 4);
@@ -57,20 +50,16 @@ private Q_SLOTS:
 
     void malformedAndDuplicateKeysBecomeEmptyCells()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A"}));
         fx.fakes.order->storedSlots = {"A:", "F:", appKey("A"), appKey("A"), "A: \n", path("A")};
         auto &model = fx.load();
         QCOMPARE(model.slots(), QStringList({"", "", appKey("A"), "", "", ""}));
-        QVERIFY(log.contains("🧹 [SANITIZE LOG] Removed 5 malformed/duplicate slot entries"));
-        QVERIFY(log.contains("🧹 [SANITIZE LOG] Cleaned malformed slot keys on load; saving sanitized slots"));
         QVERIFY(model.layoutRevision() >= 5);
     }
 
     void appOnTheGridAndInAFolderStaysOnlyInTheFolder()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A", "B"}));
         const FolderItem f = folderOf("Tools", {"A"});
@@ -79,14 +68,10 @@ private Q_SLOTS:
         auto &model = fx.load();
         QCOMPARE(model.slots(), QStringList({"", f.key(), appKey("B")}));
         QCOMPARE(model.folders(), QList<FolderItem>({f}));
-        QVERIFY(log.contains("🧹 [SANITIZE LOG] Cleared 1 stale folder-member app keys from slots"));
-        QVERIFY(log.contains("Folder 0: Tools with 1 apps and 0 system folders"));
-        QVERIFY(log.contains("Loaded 3 slots from repository"));
     }
 
     void orphanedWidgetAndWorkflowMarkersAreCleared()
     {
-        LogCapture log;
         Fixture fx;
         const QUuid gone = QUuid::createUuid();
         WorkflowItem kept;
@@ -104,13 +89,10 @@ private Q_SLOTS:
         QCOMPARE(model.slots(), QStringList({"", "", kept.key(), "", f.key()}));
         QCOMPARE(model.folders().first().slots, QStringList({path("A"), "", kept.key()}));
         QCOMPARE(fx.fakes.folders->stored.first().slots, model.folders().first().slots);
-        QVERIFY(log.contains("🧹 [SANITIZE LOG] Cleared 2 orphaned widget markers from slots"));
-        QVERIFY(log.contains("🧹 [SANITIZE LOG] Cleared 1 orphaned workflow markers from slots"));
     }
 
     void uninstalledAppsLeaveTheGridTheHiddenListAndTheirFolders()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"B"}));
         const FolderItem lonely = folderOf("Lonely", {"Gone"});
@@ -125,23 +107,16 @@ private Q_SLOTS:
         QCOMPARE(model.folders().first().slots, QStringList({path("B"), ""}));
         QVERIFY(fx.fakes.hidden->stored.isEmpty());
         QCOMPARE(fx.fakes.folders->stored, model.folders());
-        QVERIFY(log.contains("Slots not empty, cleaning up and syncing with current apps"));
-        QVERIFY(log.contains(QStringLiteral("🗑️ [CLEANUP] Removing deleted app from slot 0: %1").arg(path("Gone4"))));
-        QVERIFY(log.contains("🗑️ [CLEANUP] Removing 1 deleted apps from folder 'Lonely'"));
-        QVERIFY(log.contains("🗑️ [CLEANUP] Folder 'Lonely' is now empty, marking for deletion"));
-        QVERIFY(log.contains("🗑️ [CLEANUP] Removing 1 deleted apps from folder 'Mixed'"));
     }
 
     void newAppFillsTheFirstEmptyCellNotTheEnd()
     {
-        LogCapture log;
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A", "B", "New", "Hidden"}));
         fx.fakes.hidden->stored = {path("Hidden")};
         fx.fakes.order->storedSlots = {appKey("A"), "", appKey("B")};
         auto &model = fx.load();
         QCOMPARE(model.slots(), QStringList({appKey("A"), appKey("New"), appKey("B")}));
-        QVERIFY(log.contains(QStringLiteral("📝 [INSERT LOG] Placed %1 in empty slot 1").arg(appKey("New"))));
         QCOMPARE(fx.fakes.order->storedSlots, model.slots());
     }
 

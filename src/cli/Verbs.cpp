@@ -1,0 +1,155 @@
+#include "cli/Verbs.h"
+
+#include "cli/DefaultsCommand.h"
+#include "cli/LayoutCommands.h"
+
+namespace Verbs {
+
+namespace {
+
+CommandResult help(const QStringList &) { return CommandResult::ok(helpText()); }
+CommandResult version(const QStringList &)
+{
+    return CommandResult::ok(QStringLiteral("tillmora %1\n").arg(QLatin1String(TILLMORA_VERSION)));
+}
+CommandResult defaults(const QStringList &args) { return DefaultsCommand::run(args); }
+
+const char *title(Section section)
+{
+    switch (section) {
+    case Section::Options: return "Options:\n";
+    case Section::Overlay: return "Overlay:\n";
+    case Section::Reading: return "Reading the layout:\n";
+    case Section::Grid: return "Changing the grid (KEY is A:/path, F:<uuid> or WF:<uuid>; a bare path is an app):\n";
+    case Section::Folders: return "Folders:\n";
+    case Section::Widgets: return "Widgets:\n";
+    case Section::Settings: return "Settings (raw, without loading the layout):\n";
+    }
+    return "";
+}
+
+using S = Section;
+using O = OverlayAction;
+namespace L = LayoutCommands;
+
+// Order matters twice: --help prints rows in this order, and a bare row is
+// tried before a row of the same name that takes arguments.
+const QList<Verb> kVerbs{
+    {"--help", "-h help", S::Options, "--help", "  --help, -h                 Show this help and exit.\n", false, false,
+     false, O::None, nullptr, help},
+    {"--version", "", S::Options, "--version", "  --version                  Show the version and exit.\n", false,
+     false, false, O::None, nullptr, version},
+    // Handled before any command is looked up: it starts the launcher.
+    {"--login-item", "", S::Options, "--login-item",
+     "  --login-item               Start in the background without opening the overlay.\n", false, false, false,
+     O::None, nullptr, nullptr},
+
+    {"toggle", "", S::Overlay, "toggle",
+     "  toggle | show | hide       Toggle, show or hide the overlay (toggle and show\n"
+     "                             start the launcher when none runs).\n",
+     false, true, true, O::Toggle, nullptr, nullptr},
+    {"show", "", S::Overlay, "show", "", false, true, true, O::Show, nullptr, nullptr},
+    {"hide", "", S::Overlay, "hide", "", false, true, true, O::Hide, nullptr, nullptr},
+
+    {"apps", "", S::Reading, "apps [--json]",
+     "  apps [--json]              Installed applications: path and name per line.\n", false, true, false, O::None,
+     L::apps, nullptr},
+    {"layout", "", S::Reading, "layout [--json]",
+     "  layout [--json]            The grid: one line per page, cells separated by\n"
+     "                             tabs, '-' for an empty cell. --json adds folders,\n"
+     "                             widgets, workflows, hidden apps and the revision.\n",
+     false, true, false, O::None, L::layout, nullptr},
+
+    {"place", "", S::Grid, "place KEY", "  place KEY                  Put KEY in the first empty cell (or at the end).\n",
+     true, true, false, O::None, L::place, nullptr},
+    {"remove", "", S::Grid, "remove KEY", "  remove KEY                 Empty the cell holding KEY.\n", true, true, false,
+     O::None, L::remove, nullptr},
+    {"move", "", S::Grid, "move KEY INDEX",
+     "  move KEY INDEX             Move KEY to cell INDEX as a drag and drop would.\n", true, true, false, O::None,
+     L::move, nullptr},
+    {"hide", "", S::Grid, "hide PATH", "  hide PATH | unhide PATH    Hide an application, or show it again.\n", true,
+     true, false, O::None, L::hide, nullptr},
+    {"unhide", "", S::Grid, "unhide PATH", "", true, true, false, O::None, L::unhide, nullptr},
+
+    {"folder", "", S::Folders, "folder create|move|rename|delete ...",
+     "  folder create NAME [--slot N] [--system-folder PATH]... PATH...\n"
+     "                             Make a folder of the apps; prints its id.\n"
+     "  folder move FOLDER_ID KEY INDEX [--grid RAW]\n"
+     "                             Move KEY inside the folder; RAW is a folder grid\n"
+     "                             such as 4x5 (rows x columns), else the stored one.\n"
+     "  folder rename FOLDER_ID NAME\n"
+     "  folder delete FOLDER_ID    Its apps go back to the grid.\n",
+     true, true, false, O::None, L::folder, nullptr},
+
+    {"widget", "", S::Widgets, "widget add|move|remove ...",
+     "  widget add KIND SIZE [--slot N]   SIZE is 2x2, 3x2, 2x3 or 3x3; prints its id.\n"
+     "  widget move ID SLOT\n"
+     "  widget remove ID\n",
+     true, true, false, O::None, L::widget, nullptr},
+
+    // Raw settings: works on the stored values without loading the layout,
+    // so it is never forwarded.
+    {"defaults", "", S::Settings, "defaults read|write|delete ...",
+     "  defaults read [--suite NAME] [KEY]\n"
+     "  defaults write [--suite NAME] KEY TYPE VALUE...\n"
+     "                             TYPE: -string -int -float -bool -date (ISO 8601)\n"
+     "                             -data (hex) -array (values as strings) -json\n"
+     "  defaults delete [--suite NAME] KEY\n",
+     false, false, false, O::None, nullptr, defaults},
+};
+
+bool named(const Verb &verb, const QString &word)
+{
+    if (word == QLatin1String(verb.name))
+        return true;
+    const QStringList aliases = QString::fromLatin1(verb.aliases).split(u' ', Qt::SkipEmptyParts);
+    return aliases.contains(word);
+}
+
+}
+
+const QList<Verb> &all() { return kVerbs; }
+
+const Verb *find(const QStringList &args)
+{
+    if (args.isEmpty())
+        return nullptr;
+    for (const Verb &verb : kVerbs)
+        if (named(verb, args.first()) && (!verb.bare || args.size() == 1))
+            return &verb;
+    return nullptr;
+}
+
+QString helpText()
+{
+    QString text = QStringLiteral("Usage: tillmora [--login-item]\n"
+                                  "       tillmora COMMAND [ARGUMENTS]\n"
+                                  "\n"
+                                  "With no command, starts the launcher (or shows the one already running).\n"
+                                  "A command is carried out by the running launcher, so its grid updates at once;\n"
+                                  "when none runs, the stored layout is loaded here, changed and saved.\n");
+    std::optional<Section> section;
+    for (const Verb &verb : kVerbs) {
+        if (verb.section != section) {
+            section = verb.section;
+            text += u'\n' + QLatin1String(title(verb.section));
+        }
+        text += QString::fromUtf8(verb.help);
+    }
+    text += QStringLiteral("\n"
+                           "Exit status: 0 success, 1 the operation failed, 2 the command line was wrong\n"
+                           "(nothing is changed then).\n");
+    return text;
+}
+
+QString expected(const Verb &verb) { return QStringLiteral("expected '%1'").arg(QLatin1String(verb.synopsis)); }
+
+QString expected(const char *name)
+{
+    for (const Verb &verb : kVerbs)
+        if (qstrcmp(verb.name, name) == 0 && !verb.bare)
+            return expected(verb);
+    return QStringLiteral("expected '%1'").arg(QLatin1String(name));
+}
+
+}

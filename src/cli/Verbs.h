@@ -1,0 +1,49 @@
+#pragma once
+
+#include "cli/CommandResult.h"
+
+#include <QStringList>
+
+class LaunchpadViewModel;
+
+// Every word the `tillmora` command line understands, in one table: the
+// parser looks verbs up here, the forwarding to a running launcher asks the
+// table whether and how a verb is carried out there, and --help is printed
+// from it, so a verb cannot be added to one of them and forgotten in another.
+namespace Verbs {
+
+// The --help sections, in the order they are printed.
+enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Settings };
+
+// What an overlay verb asks of the running launcher's window.
+enum class OverlayAction { None, Toggle, Show, Hide };
+
+// Reads or edits the loaded layout; args follow the verb. Runs headless, or
+// inside the running launcher on its own model.
+using LayoutHandler = CommandResult (*)(const QStringList &args, LaunchpadViewModel &model);
+// Runs in this process, never forwarded; args follow the verb.
+using LocalHandler = CommandResult (*)(const QStringList &args);
+
+struct Verb {
+    const char *name;
+    const char *aliases;    // further spellings, space-separated
+    Section section;
+    const char *synopsis;   // the arguments as usage errors quote them
+    const char *help;       // the --help lines, formatted; empty when a neighbour's lines cover it
+    bool changesLayout;     // writes the grid, folders or widgets
+    bool forwarded;         // carried out by the running launcher when one runs
+    bool bare;              // only without arguments (so "hide" alone is not "hide PATH")
+    OverlayAction overlay;
+    LayoutHandler layout;
+    LocalHandler local;
+};
+
+const QList<Verb> &all();
+// The verb args (starting with the verb word) invoke, or nullptr.
+const Verb *find(const QStringList &args);
+QString helpText();
+// "expected 'SYNOPSIS'", the usage error of a verb given the wrong arguments.
+QString expected(const Verb &verb);
+QString expected(const char *name);
+
+}
