@@ -68,22 +68,16 @@ QList<Step> pinch(float from, float to, double pause = 0)
     return steps;
 }
 
+// The spread goes from `from` to `to`, after `pause`, with `required`
+// fingers expected.
 struct Gesture {
-    float from = 0, to = 0;
+    Gesture(float from = 0, float to = 0, Hand hand = {}, double pause = 0, int required = 4)
+        : from(from), to(to), hand(hand), pause(pause), required(required) {}
+    float from, to;
     Hand hand;
-    double pause = 0;
-    int required = 4;
+    double pause;
+    int required;
 };
-Gesture gesture(float from, float to, Hand hand = {}, double pause = 0, int required = 4)
-{
-    Gesture g;
-    g.from = from;
-    g.to = to;
-    g.hand = hand;
-    g.pause = pause;
-    g.required = required;
-    return g;
-}
 
 }
 Q_DECLARE_METATYPE(Gesture)
@@ -122,22 +116,22 @@ private Q_SLOTS:
     {
         QTest::addColumn<Gesture>("g");
         QTest::addColumn<QString>("seen");
-        QTest::newRow("pinch in") << gesture(0.10f, 0.06f) << "in";
-        QTest::newRow("pinch out") << gesture(0.06f, 0.10f) << "out";
-        QTest::newRow("shrinks by a quarter only") << gesture(0.10f, 0.075f) << "";
-        QTest::newRow("grows by a quarter only") << gesture(0.075f, 0.10f) << "";
-        QTest::newRow("fingers start too close") << gesture(0.035f, 0.01f) << "";
+        QTest::newRow("pinch in") << Gesture(0.10f, 0.06f) << "in";
+        QTest::newRow("pinch out") << Gesture(0.06f, 0.10f) << "out";
+        QTest::newRow("shrinks by a quarter only") << Gesture(0.10f, 0.075f) << "";
+        QTest::newRow("grows by a quarter only") << Gesture(0.075f, 0.10f) << "";
+        QTest::newRow("fingers start too close") << Gesture(0.035f, 0.01f) << "";
         // 0.10 -> 0.05 completes on the fifth moving frame, 0.29 s + pause
         // after landing; the gesture window is 1.5 s.
-        QTest::newRow("completes just inside the window") << gesture(0.10f, 0.05f, {}, 1.20) << "in";
-        QTest::newRow("completes just after the window") << gesture(0.10f, 0.05f, {}, 1.22) << "";
-        QTest::newRow("five fingers, four required") << gesture(0.10f, 0.06f, fingers(5)) << "";
-        QTest::newRow("three fingers, four required") << gesture(0.10f, 0.06f, fingers(3)) << "";
-        QTest::newRow("three fingers, three required") << gesture(0.10f, 0.06f, fingers(3), 0, 3) << "in";
+        QTest::newRow("completes just inside the window") << Gesture(0.10f, 0.05f, {}, 1.20) << "in";
+        QTest::newRow("completes just after the window") << Gesture(0.10f, 0.05f, {}, 1.22) << "";
+        QTest::newRow("five fingers, four required") << Gesture(0.10f, 0.06f, fingers(5)) << "";
+        QTest::newRow("three fingers, four required") << Gesture(0.10f, 0.06f, fingers(3)) << "";
+        QTest::newRow("three fingers, three required") << Gesture(0.10f, 0.06f, fingers(3), 0, 3) << "in";
         // Travel is limited to 0.6 x the spread.
-        QTest::newRow("hand slides too far") << gesture(0.10f, 0.05f, sliding({0.02, 0})) << "";
-        QTest::newRow("hand slides a little") << gesture(0.10f, 0.05f, sliding({0.005, 0})) << "in";
-        QTest::newRow("every finger moves one way fast") << gesture(0.10f, 0.06f, sweeping({0.5, 0.05})) << "";
+        QTest::newRow("hand slides too far") << Gesture(0.10f, 0.05f, sliding({0.02, 0})) << "";
+        QTest::newRow("hand slides a little") << Gesture(0.10f, 0.05f, sliding({0.005, 0})) << "in";
+        QTest::newRow("every finger moves one way fast") << Gesture(0.10f, 0.06f, sweeping({0.5, 0.05})) << "";
     }
 
     void oneGesture()
