@@ -43,78 +43,74 @@ QProcess *startClaim(QObject *parent, const QString &socket, int holdMs)
 class SingleInstanceTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void racingCopiesElectExactlyOnePrimary();
-    void socketOfAKilledOwnerIsReplaced();
-    void secondExecutableHandsOverAndQuits();
-};
-
-void SingleInstanceTest::racingCopiesElectExactlyOnePrimary()
-{
-    TempEnvironment env;
-    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
-    for (int round = 0; round < 3; ++round) {
-        QList<QProcess *> copies;
-        for (int i = 0; i < 4; ++i)
-            copies.append(startClaim(this, socket, 1500));
-        QStringList primaries, secondaries;
-        for (QProcess *p : copies) {
-            QVERIFY(p->waitForFinished(20000));
-            const QString out = QString::fromUtf8(p->readAllStandardOutput()).trimmed();
-            (out.startsWith(QLatin1String("primary")) ? primaries : secondaries).append(out);
-            delete p;
+    void racingCopiesElectExactlyOnePrimary()
+    {
+        TempEnvironment env;
+        const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        for (int round = 0; round < 3; ++round) {
+            QList<QProcess *> copies;
+            for (int i = 0; i < 4; ++i)
+                copies.append(startClaim(this, socket, 1500));
+            QStringList primaries, secondaries;
+            for (QProcess *p : copies) {
+                QVERIFY(p->waitForFinished(20000));
+                const QString out = QString::fromUtf8(p->readAllStandardOutput()).trimmed();
+                (out.startsWith(QLatin1String("primary")) ? primaries : secondaries).append(out);
+                delete p;
+            }
+            QCOMPARE(primaries.size(), 1);
+            const QString primaryPid = primaries.first().section(u' ', 1);
+            for (const QString &s : secondaries)
+                QCOMPARE(s.section(u' ', 1), primaryPid); // everyone found the same owner
         }
-        QCOMPARE(primaries.size(), 1);
-        const QString primaryPid = primaries.first().section(u' ', 1);
-        for (const QString &s : secondaries)
-            QCOMPARE(s.section(u' ', 1), primaryPid); // everyone found the same owner
     }
-}
 
-void SingleInstanceTest::socketOfAKilledOwnerIsReplaced()
-{
-    TempEnvironment env;
-    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
-    QProcess *owner = startClaim(this, socket, 60000);
-    QVERIFY(owner->waitForReadyRead(10000));
-    QVERIFY(owner->readAllStandardOutput().startsWith("primary"));
-    ::kill(pid_t(owner->processId()), SIGKILL);
-    QVERIFY(owner->waitForFinished());
-    QVERIFY(QFile::exists(socket)); // left behind
+    void socketOfAKilledOwnerIsReplaced()
+    {
+        TempEnvironment env;
+        const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        QProcess *owner = startClaim(this, socket, 60000);
+        QVERIFY(owner->waitForReadyRead(10000));
+        QVERIFY(owner->readAllStandardOutput().startsWith("primary"));
+        ::kill(pid_t(owner->processId()), SIGKILL);
+        QVERIFY(owner->waitForFinished());
+        QVERIFY(QFile::exists(socket)); // left behind
 
-    InstanceChannel channel(socket);
-    QVERIFY(!channel.claimOrFindRunning());
-    QVERIFY(channel.isListening());
-}
+        InstanceChannel channel(socket);
+        QVERIFY(!channel.claimOrFindRunning());
+        QVERIFY(channel.isListening());
+    }
 
-void SingleInstanceTest::secondExecutableHandsOverAndQuits()
-{
-    TempEnvironment env;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("TILLMORA_APP_DIRS"), env.path(QStringLiteral("no-apps")));
+    void secondExecutableHandsOverAndQuits()
+    {
+        TempEnvironment env;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("TILLMORA_APP_DIRS"), env.path(QStringLiteral("no-apps")));
 
-    QProcess first;
-    first.setProcessEnvironment(environment);
-    first.start(QStringLiteral(TILLMORA_BINARY), {QStringLiteral("--login-item")});
-    QVERIFY(first.waitForStarted());
-    const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
-    QTRY_VERIFY_WITH_TIMEOUT(InstanceChannel::send(socket, {{"command", "hello"}}, 500).has_value(), 20000);
+        QProcess first;
+        first.setProcessEnvironment(environment);
+        first.start(QStringLiteral(TILLMORA_BINARY), {QStringLiteral("--login-item")});
+        QVERIFY(first.waitForStarted());
+        const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        QTRY_VERIFY_WITH_TIMEOUT(InstanceChannel::send(socket, {{"command", "hello"}}, 500).has_value(), 20000);
 
-    QProcess second;
-    second.setProcessEnvironment(environment);
-    second.start(QStringLiteral(TILLMORA_BINARY));
-    QVERIFY(second.waitForFinished(20000));
-    QCOMPARE(second.exitCode(), 0);
-    const QString log = QString::fromUtf8(second.readAllStandardError());
-    QVERIFY2(log.contains(QStringLiteral("Another Tillmora instance is already running (pid %1); activating it and "
-                                         "quitting this one.")
-                              .arg(first.processId())),
-             qPrintable(log));
-    QCOMPARE(first.state(), QProcess::Running);
+        QProcess second;
+        second.setProcessEnvironment(environment);
+        second.start(QStringLiteral(TILLMORA_BINARY));
+        QVERIFY(second.waitForFinished(20000));
+        QCOMPARE(second.exitCode(), 0);
+        const QString log = QString::fromUtf8(second.readAllStandardError());
+        QVERIFY2(log.contains(QStringLiteral("Another Tillmora instance is already running (pid %1); activating it and "
+                                             "quitting this one.")
+                                  .arg(first.processId())),
+                 qPrintable(log));
+        QCOMPARE(first.state(), QProcess::Running);
 
-    first.terminate();
-    QVERIFY(first.waitForFinished(10000));
-}
+        first.terminate();
+        QVERIFY(first.waitForFinished(10000));
+    }
+};
 
 int main(int argc, char **argv)
 {

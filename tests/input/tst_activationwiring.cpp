@@ -1,4 +1,3 @@
-#include "foundation/BundleIdentity.h"
 #include "app/LaunchpadWindowController.h"
 #include "common/TempEnvironment.h"
 #include "input/GesturesManager.h"
@@ -14,7 +13,6 @@
 
 #include <QProcess>
 #include <QTest>
-#include <cmath>
 
 namespace {
 constexpr HotKeyId kToggle{HotKeyManager::mainAppSignature, 1};
@@ -40,15 +38,9 @@ class ActivationWiringTest : public QObject {
 
     std::unique_ptr<LaunchpadWindowController> start()
     {
-        InputPlatform input;
-        input.hotKeys = hotKeys;
-        input.pointer = pointer;
-        input.touchpads = touchpads;
-        input.power = std::make_shared<SleepWakeSource>();
-        input.activity = activity;
-        input.clock = clock;
-        return std::make_unique<LaunchpadWindowController>(StorageLocations{env->configDir(), env->dataDir()},
-                                                           CataloguePlatform{}, input);
+        return std::make_unique<LaunchpadWindowController>(
+            StorageLocations{env->configDir(), env->dataDir()}, CataloguePlatform{},
+            InputPlatform{hotKeys, pointer, touchpads, std::make_shared<SleepWakeSource>(), activity, clock});
     }
 
     void pinch(float from, float to, double &t)
@@ -79,18 +71,6 @@ private Q_SLOTS:
         env.reset();
     }
 
-    void hotkeyTogglesTheOverlay()
-    {
-        auto controller = start();
-        QVERIFY(hotKeys->find(kToggle));
-        hotKeys->pressCombination(21, 0x100);
-        QCoreApplication::processEvents();
-        QVERIFY(controller->overlayVisible());
-        hotKeys->pressCombination(21, 0x100);
-        QCoreApplication::processEvents();
-        QVERIFY(!controller->overlayVisible());
-    }
-
     void storedCornerWaitsForActivationThenToggles()
     {
         settings->set(true, QLatin1String(HotCornersManager::kEnabledKey));
@@ -107,9 +87,17 @@ private Q_SLOTS:
         QVERIFY(controller->overlayVisible());
     }
 
-    void pinchOpensAndCloses()
+    void hotkeyTogglesAndPinchesOpenAndClose()
     {
         auto controller = start();
+        QVERIFY(hotKeys->find(kToggle));
+        hotKeys->pressCombination(21, 0x100);
+        QCoreApplication::processEvents();
+        QVERIFY(controller->overlayVisible());
+        hotKeys->pressCombination(21, 0x100);
+        QCoreApplication::processEvents();
+        QVERIFY(!controller->overlayVisible());
+
         QVERIFY(touchpads->isStarted());
         double t = 100;
         pinch(0.10f, 0.06f, t);

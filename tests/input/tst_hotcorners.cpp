@@ -59,112 +59,78 @@ private Q_SLOTS:
         fired = 0;
     }
 
-    void zoneTestInGlobalCoordinates_data()
+    // y-down pixels through the same path the manager takes: global
+    // coordinates, the screen under the pointer (else the main one), its zone.
+    void pixelsInTheZones_data()
     {
-        QTest::addColumn<HotCorner>("corner");
-        QTest::addColumn<QPointF>("point");
-        QTest::addColumn<bool>("inside");
-        // Frame (100, 50) to (1540, 950), y growing upward.
-        QTest::newRow("top edge line is outside") << HotCorner::topLeft << QPointF(100, 950) << false;
-        QTest::newRow("just below the top edge") << HotCorner::topLeft << QPointF(100, 949.99) << true;
-        QTest::newRow("top zone lower bound") << HotCorner::topLeft << QPointF(109.99, 940) << true;
-        QTest::newRow("top zone below") << HotCorner::topLeft << QPointF(100, 939.99) << false;
-        QTest::newRow("top zone right bound") << HotCorner::topLeft << QPointF(110, 945) << false;
-        QTest::newRow("bottom-left minimum point") << HotCorner::bottomLeft << QPointF(100, 50) << true;
-        QTest::newRow("left of the frame") << HotCorner::bottomLeft << QPointF(99.99, 50) << false;
-        QTest::newRow("bottom zone top bound") << HotCorner::bottomLeft << QPointF(100, 60) << false;
-        QTest::newRow("right edge line is outside") << HotCorner::topRight << QPointF(1540, 945) << false;
-        QTest::newRow("top-right inside") << HotCorner::topRight << QPointF(1530, 940) << true;
-        QTest::newRow("top-right left bound") << HotCorner::topRight << QPointF(1529.99, 945) << false;
-        QTest::newRow("bottom-right inside") << HotCorner::bottomRight << QPointF(1539.99, 50) << true;
-        QTest::newRow("bottom-right below") << HotCorner::bottomRight << QPointF(1535, 49.99) << false;
-        QTest::newRow("none has no zone") << HotCorner::none << QPointF(100, 50) << false;
-    }
-
-    void zoneTestInGlobalCoordinates()
-    {
-        QFETCH(HotCorner, corner);
-        QFETCH(QPointF, point);
-        QFETCH(bool, inside);
-        QCOMPARE(isInZone(corner, QRectF(100, 50, 1440, 900), point), inside);
-    }
-
-    void desktopPixelsInTheZones_data()
-    {
+        QTest::addColumn<QList<QRect>>("screens");
         QTest::addColumn<HotCorner>("corner");
         QTest::addColumn<QPoint>("pixel");
         QTest::addColumn<bool>("inside");
-        // y-down pixels of a 1440 x 900 screen: ten rows and columns per zone.
-        QTest::newRow("top-left pixel") << HotCorner::topLeft << QPoint(0, 0) << true;
-        QTest::newRow("tenth row") << HotCorner::topLeft << QPoint(9, 9) << true;
-        QTest::newRow("eleventh row") << HotCorner::topLeft << QPoint(0, 10) << false;
-        QTest::newRow("eleventh column") << HotCorner::topLeft << QPoint(10, 0) << false;
-        QTest::newRow("bottom row") << HotCorner::bottomLeft << QPoint(0, 899) << true;
-        QTest::newRow("above the bottom zone") << HotCorner::bottomLeft << QPoint(0, 889) << false;
-        QTest::newRow("bottom zone top row") << HotCorner::bottomLeft << QPoint(0, 890) << true;
-        QTest::newRow("last pixel") << HotCorner::bottomRight << QPoint(1439, 899) << true;
-        QTest::newRow("top-right pixel") << HotCorner::topRight << QPoint(1439, 0) << true;
-        QTest::newRow("top-right zone left column") << HotCorner::topRight << QPoint(1430, 0) << true;
-        QTest::newRow("left of the top-right zone") << HotCorner::topRight << QPoint(1429, 0) << false;
+        const QList<QRect> one{QRect(0, 0, 1440, 900)};
+        // Zones are ten pixels square; maximum edges are outside.
+        QTest::newRow("top-left pixel") << one << HotCorner::topLeft << QPoint(0, 0) << true;
+        QTest::newRow("tenth row and column") << one << HotCorner::topLeft << QPoint(9, 9) << true;
+        QTest::newRow("eleventh column") << one << HotCorner::topLeft << QPoint(10, 0) << false;
+        QTest::newRow("eleventh row") << one << HotCorner::topLeft << QPoint(0, 10) << false;
+        QTest::newRow("above the top edge") << one << HotCorner::topLeft << QPoint(0, -1) << false;
+        QTest::newRow("bottom row") << one << HotCorner::bottomLeft << QPoint(0, 899) << true;
+        QTest::newRow("bottom zone top row") << one << HotCorner::bottomLeft << QPoint(0, 890) << true;
+        QTest::newRow("above the bottom zone") << one << HotCorner::bottomLeft << QPoint(0, 889) << false;
+        QTest::newRow("left of the screen") << one << HotCorner::bottomLeft << QPoint(-1, 899) << false;
+        QTest::newRow("top-right pixel") << one << HotCorner::topRight << QPoint(1439, 0) << true;
+        QTest::newRow("top-right zone left column") << one << HotCorner::topRight << QPoint(1430, 9) << true;
+        QTest::newRow("left of the top-right zone") << one << HotCorner::topRight << QPoint(1429, 0) << false;
+        QTest::newRow("right of the screen") << one << HotCorner::topRight << QPoint(1440, 0) << false;
+        QTest::newRow("last pixel") << one << HotCorner::bottomRight << QPoint(1439, 899) << true;
+        QTest::newRow("below the screen") << one << HotCorner::bottomRight << QPoint(1435, 900) << false;
+        QTest::newRow("none has no zone") << one << HotCorner::none << QPoint(0, 0) << false;
+        // A taller screen to the right of the main one, and one stacked above:
+        // corners bordering another screen belong to the screen under the pointer.
+        const QList<QRect> three{QRect(0, 0, 1440, 900), QRect(1440, 0, 1920, 1080), QRect(0, -1080, 1920, 1080)};
+        QTest::newRow("second screen top-left") << three << HotCorner::topLeft << QPoint(1440, 0) << true;
+        QTest::newRow("main top-right beside it") << three << HotCorner::topRight << QPoint(1439, 0) << true;
+        QTest::newRow("main top-right is no top-left") << three << HotCorner::topLeft << QPoint(1439, 0) << false;
+        QTest::newRow("main top-left under a screen") << three << HotCorner::topLeft << QPoint(0, 0) << true;
+        QTest::newRow("upper screen bottom-left") << three << HotCorner::bottomLeft << QPoint(0, -1) << true;
+        QTest::newRow("taller screen bottom-left") << three << HotCorner::bottomLeft << QPoint(1440, 1079) << true;
+        QTest::newRow("taller screen at main's bottom") << three << HotCorner::bottomLeft << QPoint(1440, 899) << false;
     }
 
-    void desktopPixelsInTheZones()
+    void pixelsInTheZones()
     {
+        QFETCH(QList<QRect>, screens);
         QFETCH(HotCorner, corner);
         QFETCH(QPoint, pixel);
         QFETCH(bool, inside);
-        const Space space({QRect(0, 0, 1440, 900)});
+        const Space space(screens);
         const QPointF p = space.point(pixel);
         const auto frame = screenFor(p, space.frames(), space.mainFrame());
         QVERIFY(frame);
         QCOMPARE(isInZone(corner, *frame, p), inside);
     }
 
-    void twoScreensEachHaveTheirCorners()
+    void storedSettingsAreRead_data()
     {
-        // A taller screen to the right of the main one, and one stacked above.
-        const Space space({QRect(0, 0, 1440, 900), QRect(1440, 0, 1920, 1080), QRect(0, -1080, 1920, 1080)});
-        QCOMPARE(space.frames().at(1), QRectF(1440, -180, 1920, 1080));
-        QCOMPARE(space.frames().at(2), QRectF(0, 900, 1920, 1080));
-
-        const auto zoneOf = [&](HotCorner corner, QPoint pixel) {
-            const QPointF p = space.point(pixel);
-            return isInZone(corner, *screenFor(p, space.frames(), space.mainFrame()), p);
-        };
-        // Corners that border another screen belong to the screen under the pointer.
-        QVERIFY(zoneOf(HotCorner::topLeft, QPoint(1440, 0)));
-        QVERIFY(zoneOf(HotCorner::topRight, QPoint(1439, 0)));
-        QVERIFY(!zoneOf(HotCorner::topLeft, QPoint(1439, 0)));
-        QVERIFY(zoneOf(HotCorner::bottomLeft, QPoint(0, -1)));
-        QVERIFY(zoneOf(HotCorner::topLeft, QPoint(0, 0)));
-        QVERIFY(zoneOf(HotCorner::bottomLeft, QPoint(1440, 1079)));
-        QVERIFY(!zoneOf(HotCorner::bottomLeft, QPoint(1440, 899)));
+        QTest::addColumn<QVariant>("enabled");
+        QTest::addColumn<QString>("selected");
+        QTest::addColumn<HotCorner>("corner");
+        QTest::newRow("nothing stored") << QVariant() << QString() << HotCorner::none;
+        QTest::newRow("unknown corner") << QVariant(true) << "sideways" << HotCorner::none;
+        QTest::newRow("bottom-right") << QVariant(true) << "bottomRight" << HotCorner::bottomRight;
     }
 
-    void screenChoiceFallsBackToTheMainScreen()
+    void storedSettingsAreRead()
     {
-        const QList<QRectF> frames{QRectF(0, 0, 100, 100), QRectF(100, 0, 100, 100)};
-        QCOMPARE(screenFor(QPointF(150, 50), frames, frames.first()), frames.at(1));
-        QCOMPARE(screenFor(QPointF(-5, 50), frames, frames.first()), frames.first());
-        QCOMPARE(screenFor(QPointF(-5, 50), {}, std::nullopt), std::nullopt);
-    }
-
-    void settingsAndConstruction()
-    {
-        {
-            auto manager = make();
-            QVERIFY(!manager->isEnabled());
-            QCOMPARE(manager->selectedCorner(), HotCorner::none);
-        }
-        store->set(true, QLatin1String(HotCornersManager::kEnabledKey));
-        store->set(QStringLiteral("sideways"), QLatin1String(HotCornersManager::kSelectedKey));
-        auto unknown = make();
-        QCOMPARE(unknown->selectedCorner(), HotCorner::none);
-
-        store->set(QStringLiteral("bottomRight"), QLatin1String(HotCornersManager::kSelectedKey));
+        QFETCH(QVariant, enabled);
+        QFETCH(QString, selected);
+        QFETCH(HotCorner, corner);
+        store->set(enabled, QLatin1String(HotCornersManager::kEnabledKey));
+        store->set(selected.isNull() ? QVariant() : QVariant(selected), QLatin1String(HotCornersManager::kSelectedKey));
         auto manager = make();
-        QVERIFY(manager->isEnabled());
-        QCOMPARE(manager->selectedCorner(), HotCorner::bottomRight);
+        QCOMPARE(manager->isEnabled(), enabled.toBool());
+        QCOMPARE(manager->selectedCorner(), corner);
+        // Stored on or not, nothing is watched before the first activation.
         QVERIFY(!manager->isMonitoring());
         QCOMPARE(pointer->listenerStarts, 0);
     }
@@ -221,24 +187,38 @@ private Q_SLOTS:
         QVERIFY(!manager->isMonitoring());
     }
 
-    void failedListenerLeavesTheSampler()
+    void restingInACornerFires_data()
     {
-        pointer->listenerWorks = false;
-        auto manager = watchingTopLeft();
-        pointer->position = kTopLeftPixel;
-        QCOMPARE(firedAfter(0.6), 1);
+        QTest::addColumn<QList<QRect>>("screens");
+        QTest::addColumn<HotCorner>("corner");
+        QTest::addColumn<QPoint>("pixel");
+        QTest::addColumn<bool>("listenerWorks");
+        QTest::addColumn<int>("activations");
+        const QList<QRect> one{QRect(0, 0, 1440, 900)}, two{QRect(0, 0, 1440, 900), QRect(1440, 0, 1920, 1080)};
+        QTest::newRow("listener") << one << HotCorner::topLeft << QPoint(0, 0) << true << 1;
+        QTest::newRow("sampler alone when the listener fails") << one << HotCorner::topLeft << QPoint(0, 0) << false << 1;
+        QTest::newRow("bottom-right") << one << HotCorner::bottomRight << QPoint(1439, 899) << true << 1;
+        QTest::newRow("no corner chosen, top-left") << one << HotCorner::none << QPoint(0, 0) << true << 0;
+        QTest::newRow("no corner chosen, bottom-right") << one << HotCorner::none << QPoint(1439, 899) << true << 0;
+        QTest::newRow("no screens") << QList<QRect>() << HotCorner::topLeft << QPoint(0, 0) << true << 0;
+        QTest::newRow("main screen's top-right") << two << HotCorner::topLeft << QPoint(1439, 0) << true << 0;
+        QTest::newRow("second screen's top-left") << two << HotCorner::topLeft << QPoint(1440, 0) << true << 1;
     }
 
-    void noneNeverFires()
+    void restingInACornerFires()
     {
+        QFETCH(QList<QRect>, screens);
+        QFETCH(HotCorner, corner);
+        QFETCH(QPoint, pixel);
+        QFETCH(bool, listenerWorks);
+        QFETCH(int, activations);
+        pointer->screens = screens;
+        pointer->listenerWorks = listenerWorks;
         auto manager = make();
+        manager->setSelectedCorner(corner);
         manager->setEnabled(true);
-        for (const QPoint p : {QPoint(0, 0), QPoint(1439, 0), QPoint(0, 899), QPoint(1439, 899)}) {
-            pointer->moveTo(p);
-            clock->advance(1.0);
-        }
-        QCoreApplication::processEvents();
-        QCOMPARE(fired, 0);
+        pointer->moveTo(pixel);
+        QCOMPARE(firedAfter(0.6), activations);
     }
 
     void dwellIsMeasuredFromTheArmingCheck()
@@ -291,24 +271,6 @@ private Q_SLOTS:
         pointer->moveTo(QPoint(4, 4));
         QCOMPARE(firedAfter(0), 0);
         QCOMPARE(firedAfter(0.3), 1);
-    }
-
-    void firesOnTheScreenUnderThePointer()
-    {
-        pointer->screens = {QRect(0, 0, 1440, 900), QRect(1440, 0, 1920, 1080)};
-        auto manager = watchingTopLeft();
-        pointer->moveTo(QPoint(1439, 0)); // top-right of the main screen
-        QCOMPARE(firedAfter(1.0), 0);
-        pointer->moveTo(QPoint(1440, 0)); // top-left of the second
-        QCOMPARE(firedAfter(0.5), 1);
-    }
-
-    void noScreensDoesNothing()
-    {
-        pointer->screens.clear();
-        auto manager = watchingTopLeft();
-        pointer->moveTo(kTopLeftPixel);
-        QCOMPARE(firedAfter(1.0), 0);
     }
 
     void teardownStopsEverything()
