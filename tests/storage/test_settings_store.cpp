@@ -56,13 +56,25 @@ int childMain(const QStringList &args)
     return 2;
 }
 
-QString runChild(const QStringList &args)
+void startChild(QProcess &p, const QStringList &args)
+{
+    p.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("--child")} + args);
+}
+
+// What a fresh process reads for the key.
+QString readInChild(const TempEnvironment &env, const QString &key)
 {
     QProcess p;
-    p.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("--child")} + args);
-    if (!p.waitForFinished(30000))
-        return QStringLiteral("timeout");
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+    startChild(p, {QStringLiteral("read"), env.configDir(), kDomain, key});
+    return p.waitForFinished(30000) ? QString::fromUtf8(p.readAllStandardOutput()).trimmed() : QStringLiteral("timeout");
+}
+
+QString settingsFile(const TempEnvironment &env) { return env.configDir() + u'/' + kDomain + QStringLiteral(".json"); }
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
 }
 
 }
@@ -112,7 +124,7 @@ void SettingsStoreTest::valuesKeepTheirTypesAcrossARestart()
         store.set(value, QStringLiteral("k"));
         store.synchronize();
     }
-    QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, QStringLiteral("k")}), expected);
+    QCOMPARE(readInChild(env, QStringLiteral("k")), expected);
 }
 
 void SettingsStoreTest::keysRoundTripExactly()
@@ -128,12 +140,9 @@ void SettingsStoreTest::keysRoundTripExactly()
         store.synchronize();
     }
     for (int i = 0; i < keys.size(); ++i)
-        QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, keys[i]}),
-                 QStringLiteral("qlonglong|%1").arg(i));
+        QCOMPARE(readInChild(env, keys[i]), QStringLiteral("qlonglong|%1").arg(i));
     // The file is meant to be read by people: keys appear as written.
-    QFile file(env.configDir() + u'/' + kDomain + QStringLiteral(".json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject root = QJsonDocument::fromJson(fileBytes(settingsFile(env))).object();
     QVERIFY(root.contains(QStringLiteral("folder_bookmark_/home/me/My Apps/")));
     QCOMPARE(root.size(), keys.size());
 }
@@ -155,10 +164,8 @@ void SettingsStoreTest::falseIsNotAbsentAndDefaultsAreNeverWritten()
         store.set(1, QStringLiteral("test.written"));
         store.synchronize();
     }
-    QFile file(env.configDir() + u'/' + kDomain + QStringLiteral(".json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    QCOMPARE(root.keys(), QStringList{QStringLiteral("test.written")});
+    QCOMPARE(QJsonDocument::fromJson(fileBytes(settingsFile(env))).object().keys(),
+             QStringList{QStringLiteral("test.written")});
 }
 
 void SettingsStoreTest::typedReadsRefuseOtherTypes()
@@ -196,13 +203,11 @@ void SettingsStoreTest::unreadableFileReadsEmptyAndIsKept()
 {
     TempEnvironment env;
     QDir().mkpath(env.configDir());
-    const QString path = env.configDir() + u'/' + kDomain + QStringLiteral(".json");
+    const QString path = settingsFile(env);
     const QByteArray broken = "{\"hiddenApps_v1\": [\"/Applications/A.app\", ";
-    {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(broken);
-    }
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly) && f.write(broken) == broken.size());
+    f.close();
     LogCapture log;
     {
         UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
@@ -210,46 +215,36 @@ void SettingsStoreTest::unreadableFileReadsEmptyAndIsKept()
         store.synchronize();
     }
     QCOMPARE(log.matching(QStringLiteral("Settings file ")).size(), 1);
-    QFile original(path);
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    QCOMPARE(original.readAll(), broken); // reading never rewrites it
-    original.close();
-
+    QCOMPARE(fileBytes(path), broken); // reading never rewrites it
     const QStringList copies = QDir(env.configDir()).entryList({kDomain + QStringLiteral(".json.unreadable-*")});
     QCOMPARE(copies.size(), 1);
-    QFile copy(env.configDir() + u'/' + copies.first());
-    QVERIFY(copy.open(QIODevice::ReadOnly));
-    QCOMPARE(copy.readAll(), broken);
+    QCOMPARE(fileBytes(env.configDir() + u'/' + copies.first()), broken);
 
     {
         UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
         store.set(true, QStringLiteral("fresh"));
         store.synchronize();
     }
-    QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, QStringLiteral("fresh")}),
-             QStringLiteral("bool|true"));
+    QCOMPARE(readInChild(env, QStringLiteral("fresh")), QStringLiteral("bool|true"));
     QVERIFY(QFile::exists(env.configDir() + u'/' + copies.first()));
 }
 
 void SettingsStoreTest::killedWriterNeverLeavesATornFile()
 {
     TempEnvironment env;
-    const QString path = env.configDir() + u'/' + kDomain + QStringLiteral(".json");
+    const QString path = settingsFile(env);
     for (int attempt = 0; attempt < 8; ++attempt) {
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--child"), QStringLiteral("churn"), env.configDir(), kDomain});
+        startChild(child, {QStringLiteral("churn"), env.configDir(), kDomain});
         QVERIFY(child.waitForStarted());
         QTest::qWait(150 + QRandomGenerator::global()->bounded(250));
         ::kill(pid_t(child.processId()), SIGKILL);
         QVERIFY(child.waitForFinished());
 
-        QFile file(path);
-        if (!file.exists())
+        if (!QFile::exists(path))
             continue; // killed before the first save
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QJsonParseError error;
-        const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &error);
+        const QJsonDocument doc = QJsonDocument::fromJson(fileBytes(path), &error);
         QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
         QVERIFY(doc.object().contains(QStringLiteral("blob")));
     }
@@ -260,10 +255,8 @@ void SettingsStoreTest::twoWriterProcessesKeepEachOthersKeys()
 {
     TempEnvironment env;
     QProcess a, b;
-    a.start(QCoreApplication::applicationFilePath(),
-            {QStringLiteral("--child"), QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("a"), "60"});
-    b.start(QCoreApplication::applicationFilePath(),
-            {QStringLiteral("--child"), QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("b"), "60"});
+    startChild(a, {QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("a"), QStringLiteral("60")});
+    startChild(b, {QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("b"), QStringLiteral("60")});
     QVERIFY(a.waitForFinished(60000) && b.waitForFinished(60000));
     QCOMPARE(a.exitCode(), 0);
     QCOMPARE(b.exitCode(), 0);
