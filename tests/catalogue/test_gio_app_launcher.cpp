@@ -1,11 +1,11 @@
 #include "CatalogueFixtures.h"
 #include "common/LogCapture.h"
 #include "common/TempEnvironment.h"
+#include "common/XvfbServer.h"
 #include "platform/linux/GioAppLauncher.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTest>
 #include <xcb/xcb.h>
 
@@ -118,18 +118,12 @@ private Q_SLOTS:
 
     void announcesTheLaunchToTheWindowManager()
     {
-        QProcess xvfb;
-        xvfb.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp", "-screen", "0", "320x240x24"});
-        if (!xvfb.waitForStarted(5000))
+        const XvfbServer xvfb({320, 240});
+        if (!xvfb.isRunning())
             QSKIP("Xvfb is not installed");
-        QTRY_VERIFY_WITH_TIMEOUT(xvfb.canReadLine(), 10000);
-        const QByteArray display = ':' + xvfb.readLine().trimmed();
+        const QByteArray display = xvfb.display();
         qputenv("DISPLAY", display);
-        const auto cleanup = qScopeGuard([&] {
-            qunsetenv("DISPLAY");
-            xvfb.terminate();
-            xvfb.waitForFinished(5000);
-        });
+        const auto cleanup = qScopeGuard([] { qunsetenv("DISPLAY"); });
 
         // Listen as a window manager does: property-change events on the root.
         xcb_connection_t *wm = xcb_connect(display.constData(), nullptr);

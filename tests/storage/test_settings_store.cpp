@@ -56,13 +56,25 @@ int childMain(const QStringList &args)
     return 2;
 }
 
-QString runChild(const QStringList &args)
+void startChild(QProcess &p, const QStringList &args)
+{
+    p.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("--child")} + args);
+}
+
+// What a fresh process reads for the key.
+QString readInChild(const TempEnvironment &env, const QString &key)
 {
     QProcess p;
-    p.start(QCoreApplication::applicationFilePath(), QStringList{QStringLiteral("--child")} + args);
-    if (!p.waitForFinished(30000))
-        return QStringLiteral("timeout");
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+    startChild(p, {QStringLiteral("read"), env.configDir(), kDomain, key});
+    return p.waitForFinished(30000) ? QString::fromUtf8(p.readAllStandardOutput()).trimmed() : QStringLiteral("timeout");
+}
+
+QString settingsFile(const TempEnvironment &env) { return env.configDir() + u'/' + kDomain + QStringLiteral(".json"); }
+
+QByteArray fileBytes(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
 }
 
 }
@@ -70,211 +82,182 @@ QString runChild(const QStringList &args)
 class SettingsStoreTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void valuesKeepTheirTypesAcrossARestart_data();
-    void valuesKeepTheirTypesAcrossARestart();
-    void keysRoundTripExactly();
-    void falseIsNotAbsentAndDefaultsAreNeverWritten();
-    void typedReadsRefuseOtherTypes();
-    void nonPropertyListValueKeepsThePreviousOne();
-    void unreadableFileReadsEmptyAndIsKept();
-    void killedWriterNeverLeavesATornFile();
-    void twoWriterProcessesKeepEachOthersKeys();
-};
-
-void SettingsStoreTest::valuesKeepTheirTypesAcrossARestart_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("true") << QVariant(true) << "bool|true";
-    QTest::newRow("false") << QVariant(false) << "bool|false";
-    QTest::newRow("int64 min") << QVariant::fromValue(std::numeric_limits<qint64>::min())
-                               << "qlonglong|-9223372036854775808";
-    QTest::newRow("negative int") << QVariant(-5) << "qlonglong|-5";
-    QTest::newRow("uint64 max") << QVariant::fromValue(std::numeric_limits<quint64>::max())
-                                << "qulonglong|18446744073709551615";
-    QTest::newRow("integral double") << QVariant(2.0) << "double|2";
-    QTest::newRow("double") << QVariant(0.1) << "double|0.1";
-    QTest::newRow("text") << QVariant(QStringLiteral("Grüße 🚀 \"q\"\n")) << "QString|Grüße 🚀 \"q\"";
-    QTest::newRow("bytes") << QVariant(QByteArray("\x00\x01{\xff", 4)) << "QByteArray|00017bff";
-    QTest::newRow("date") << QVariant(QDateTime(QDate(2026, 3, 4), QTime(5, 6, 7, 890), Qt::UTC))
-                          << "QDateTime|2026-03-04T05:06:07.890Z";
-    QTest::newRow("nested") << QVariant(QVariantMap{{"list", QVariantList{1, "two", QVariantMap{{"x", false}}}}})
-                            << R"(QVariantMap|{"list":[1,"two",{"x":false}]})";
-}
-
-void SettingsStoreTest::valuesKeepTheirTypesAcrossARestart()
-{
-    QFETCH(QVariant, value);
-    QFETCH(QString, expected);
-    TempEnvironment env;
+    void valuesKeepTheirTypesAcrossARestart_data()
     {
-        UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-        store.set(value, QStringLiteral("k"));
-        store.synchronize();
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("true") << QVariant(true) << "bool|true";
+        QTest::newRow("false") << QVariant(false) << "bool|false";
+        QTest::newRow("int64 min") << QVariant::fromValue(std::numeric_limits<qint64>::min())
+                                   << "qlonglong|-9223372036854775808";
+        QTest::newRow("negative int") << QVariant(-5) << "qlonglong|-5";
+        QTest::newRow("uint64 max") << QVariant::fromValue(std::numeric_limits<quint64>::max())
+                                    << "qulonglong|18446744073709551615";
+        QTest::newRow("integral double") << QVariant(2.0) << "double|2";
+        QTest::newRow("double") << QVariant(0.1) << "double|0.1";
+        QTest::newRow("text") << QVariant(QStringLiteral("Grüße 🚀 \"q\"\n")) << "QString|Grüße 🚀 \"q\"";
+        QTest::newRow("bytes") << QVariant(QByteArray("\x00\x01{\xff", 4)) << "QByteArray|00017bff";
+        QTest::newRow("date") << QVariant(QDateTime(QDate(2026, 3, 4), QTime(5, 6, 7, 890), Qt::UTC))
+                              << "QDateTime|2026-03-04T05:06:07.890Z";
+        QTest::newRow("nested") << QVariant(QVariantMap{{"list", QVariantList{1, "two", QVariantMap{{"x", false}}}}})
+                                << R"(QVariantMap|{"list":[1,"two",{"x":false}]})";
     }
-    QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, QStringLiteral("k")}), expected);
-}
 
-void SettingsStoreTest::keysRoundTripExactly()
-{
-    TempEnvironment env;
-    const QStringList keys{QStringLiteral("folder_bookmark_/home/me/My Apps/"), QStringLiteral("columns@DP-1"),
-                           QStringLiteral("a//b\\c"), QStringLiteral("100%2F"), QStringLiteral("hotKey.keyCode"),
-                           QStringLiteral(" spaced key "), QString()};
+    void valuesKeepTheirTypesAcrossARestart()
     {
-        UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+        QFETCH(QVariant, value);
+        QFETCH(QString, expected);
+        TempEnvironment env;
+        {
+            UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+            store.set(value, QStringLiteral("k"));
+            store.synchronize();
+        }
+        QCOMPARE(readInChild(env, QStringLiteral("k")), expected);
+    }
+
+    void keysRoundTripExactly()
+    {
+        TempEnvironment env;
+        const QStringList keys{QStringLiteral("folder_bookmark_/home/me/My Apps/"), QStringLiteral("columns@DP-1"),
+                               QStringLiteral("a//b\\c"), QStringLiteral("100%2F"), QStringLiteral("hotKey.keyCode"),
+                               QStringLiteral(" spaced key "), QString()};
+        {
+            UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+            for (int i = 0; i < keys.size(); ++i)
+                store.set(i, keys[i]);
+            store.synchronize();
+        }
         for (int i = 0; i < keys.size(); ++i)
-            store.set(i, keys[i]);
-        store.synchronize();
+            QCOMPARE(readInChild(env, keys[i]), QStringLiteral("qlonglong|%1").arg(i));
+        // The file is meant to be read by people: keys appear as written.
+        const QJsonObject root = QJsonDocument::fromJson(fileBytes(settingsFile(env))).object();
+        QVERIFY(root.contains(QStringLiteral("folder_bookmark_/home/me/My Apps/")));
+        QCOMPARE(root.size(), keys.size());
     }
-    for (int i = 0; i < keys.size(); ++i)
-        QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, keys[i]}),
-                 QStringLiteral("qlonglong|%1").arg(i));
-    // The file is meant to be read by people: keys appear as written.
-    QFile file(env.configDir() + u'/' + kDomain + QStringLiteral(".json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    QVERIFY(root.contains(QStringLiteral("folder_bookmark_/home/me/My Apps/")));
-    QCOMPARE(root.size(), keys.size());
-}
 
-void SettingsStoreTest::falseIsNotAbsentAndDefaultsAreNeverWritten()
-{
-    TempEnvironment env;
-    UserDefaultsStore::registerDefaults({{"test.registered", 42}, {"test.flag", true}});
+    void falseIsNotAbsentAndDefaultsAreNeverWritten()
     {
-        UserDefaultsStore store(kDomain, kDomain, env.configDir());
-        QCOMPARE(store.object(QStringLiteral("test.registered")).toInt(), 42);
-        QVERIFY(!store.persistedObject(QStringLiteral("test.registered")).isValid());
-        store.set(false, QStringLiteral("test.flag"));
-        QCOMPARE(store.object(QStringLiteral("test.flag")), QVariant(false));
-        QCOMPARE(store.persistedObject(QStringLiteral("test.flag")), QVariant(false));
-        QVERIFY(!store.persistedObject(QStringLiteral("test.absent")).isValid());
-        store.removeObject(QStringLiteral("test.flag"));
-        QCOMPARE(store.boolValue(QStringLiteral("test.flag")), true); // the registered default again
-        store.set(1, QStringLiteral("test.written"));
-        store.synchronize();
+        TempEnvironment env;
+        UserDefaultsStore::registerDefaults({{"test.registered", 42}, {"test.flag", true}});
+        {
+            UserDefaultsStore store(kDomain, kDomain, env.configDir());
+            QCOMPARE(store.object(QStringLiteral("test.registered")).toInt(), 42);
+            QVERIFY(!store.persistedObject(QStringLiteral("test.registered")).isValid());
+            store.set(false, QStringLiteral("test.flag"));
+            QCOMPARE(store.object(QStringLiteral("test.flag")), QVariant(false));
+            QCOMPARE(store.persistedObject(QStringLiteral("test.flag")), QVariant(false));
+            QVERIFY(!store.persistedObject(QStringLiteral("test.absent")).isValid());
+            store.removeObject(QStringLiteral("test.flag"));
+            QCOMPARE(store.boolValue(QStringLiteral("test.flag")), true); // the registered default again
+            store.set(1, QStringLiteral("test.written"));
+            store.synchronize();
+        }
+        QCOMPARE(QJsonDocument::fromJson(fileBytes(settingsFile(env))).object().keys(),
+                 QStringList{QStringLiteral("test.written")});
     }
-    QFile file(env.configDir() + u'/' + kDomain + QStringLiteral(".json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    QCOMPARE(root.keys(), QStringList{QStringLiteral("test.written")});
-}
 
-void SettingsStoreTest::typedReadsRefuseOtherTypes()
-{
-    TempEnvironment env;
-    UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-    store.set(QStringLiteral("text"), QStringLiteral("s"));
-    store.set(QByteArray("xyz"), QStringLiteral("b"));
-    store.set(QStringList{QStringLiteral("a"), QStringLiteral("b")}, QStringLiteral("l"));
-    store.set(7, QStringLiteral("n"));
-    QVERIFY(!store.data(QStringLiteral("s")));
-    QCOMPARE(*store.data(QStringLiteral("b")), QByteArray("xyz"));
-    QVERIFY(!store.string(QStringLiteral("b")));
-    QCOMPARE(*store.string(QStringLiteral("n")), QStringLiteral("7"));
-    QVERIFY(!store.array(QStringLiteral("s")));
-    QCOMPARE(store.stringList(QStringLiteral("l")), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
-    QVERIFY(!store.dictionary(QStringLiteral("l")));
-    QVERIFY(store.boolValue(QStringLiteral("n")));
-    QVERIFY(!store.boolValue(QStringLiteral("missing")));
-}
-
-void SettingsStoreTest::nonPropertyListValueKeepsThePreviousOne()
-{
-    TempEnvironment env;
-    LogCapture log;
-    UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-    store.set(QStringLiteral("kept"), QStringLiteral("k"));
-    store.set(QVariant::fromValue(QSize(1, 2)), QStringLiteral("k"));
-    store.set(QVariantList{QVariant::fromValue(QPoint(1, 1))}, QStringLiteral("k"));
-    QCOMPARE(store.object(QStringLiteral("k")).toString(), QStringLiteral("kept"));
-    QCOMPARE(log.matching(QStringLiteral("Refusing to store")).size(), 2);
-}
-
-void SettingsStoreTest::unreadableFileReadsEmptyAndIsKept()
-{
-    TempEnvironment env;
-    QDir().mkpath(env.configDir());
-    const QString path = env.configDir() + u'/' + kDomain + QStringLiteral(".json");
-    const QByteArray broken = "{\"hiddenApps_v1\": [\"/Applications/A.app\", ";
+    void typedReadsRefuseOtherTypes()
     {
+        TempEnvironment env;
+        UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+        store.set(QStringLiteral("text"), QStringLiteral("s"));
+        store.set(QByteArray("xyz"), QStringLiteral("b"));
+        store.set(QStringList{QStringLiteral("a"), QStringLiteral("b")}, QStringLiteral("l"));
+        store.set(7, QStringLiteral("n"));
+        QVERIFY(!store.data(QStringLiteral("s")));
+        QCOMPARE(*store.data(QStringLiteral("b")), QByteArray("xyz"));
+        QVERIFY(!store.string(QStringLiteral("b")));
+        QCOMPARE(*store.string(QStringLiteral("n")), QStringLiteral("7"));
+        QVERIFY(!store.array(QStringLiteral("s")));
+        QCOMPARE(store.stringList(QStringLiteral("l")), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
+        QVERIFY(!store.dictionary(QStringLiteral("l")));
+        QVERIFY(store.boolValue(QStringLiteral("n")));
+        QVERIFY(!store.boolValue(QStringLiteral("missing")));
+    }
+
+    void nonPropertyListValueKeepsThePreviousOne()
+    {
+        TempEnvironment env;
+        LogCapture log;
+        UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+        store.set(QStringLiteral("kept"), QStringLiteral("k"));
+        store.set(QVariant::fromValue(QSize(1, 2)), QStringLiteral("k"));
+        store.set(QVariantList{QVariant::fromValue(QPoint(1, 1))}, QStringLiteral("k"));
+        QCOMPARE(store.object(QStringLiteral("k")).toString(), QStringLiteral("kept"));
+        QCOMPARE(log.matching(QStringLiteral("Refusing to store")).size(), 2);
+    }
+
+    void unreadableFileReadsEmptyAndIsKept()
+    {
+        TempEnvironment env;
+        QDir().mkpath(env.configDir());
+        const QString path = settingsFile(env);
+        const QByteArray broken = "{\"hiddenApps_v1\": [\"/Applications/A.app\", ";
         QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(broken);
+        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(broken) == broken.size());
+        f.close();
+        LogCapture log;
+        {
+            UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+            QVERIFY(!store.object(QStringLiteral("hiddenApps_v1")).isValid());
+            store.synchronize();
+        }
+        QCOMPARE(log.matching(QStringLiteral("Settings file ")).size(), 1);
+        QCOMPARE(fileBytes(path), broken); // reading never rewrites it
+        const QStringList copies = QDir(env.configDir()).entryList({kDomain + QStringLiteral(".json.unreadable-*")});
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(fileBytes(env.configDir() + u'/' + copies.first()), broken);
+
+        {
+            UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
+            store.set(true, QStringLiteral("fresh"));
+            store.synchronize();
+        }
+        QCOMPARE(readInChild(env, QStringLiteral("fresh")), QStringLiteral("bool|true"));
+        QVERIFY(QFile::exists(env.configDir() + u'/' + copies.first()));
     }
-    LogCapture log;
+
+    void killedWriterNeverLeavesATornFile()
     {
-        UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-        QVERIFY(!store.object(QStringLiteral("hiddenApps_v1")).isValid());
-        store.synchronize();
+        TempEnvironment env;
+        const QString path = settingsFile(env);
+        for (int attempt = 0; attempt < 8; ++attempt) {
+            QProcess child;
+            startChild(child, {QStringLiteral("churn"), env.configDir(), kDomain});
+            QVERIFY(child.waitForStarted());
+            QTest::qWait(150 + QRandomGenerator::global()->bounded(250));
+            ::kill(pid_t(child.processId()), SIGKILL);
+            QVERIFY(child.waitForFinished());
+
+            if (!QFile::exists(path))
+                continue; // killed before the first save
+            QJsonParseError error;
+            const QJsonDocument doc = QJsonDocument::fromJson(fileBytes(path), &error);
+            QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
+            QVERIFY(doc.object().contains(QStringLiteral("blob")));
+        }
+        QVERIFY(QFile::exists(path));
     }
-    QCOMPARE(log.matching(QStringLiteral("Settings file ")).size(), 1);
-    QFile original(path);
-    QVERIFY(original.open(QIODevice::ReadOnly));
-    QCOMPARE(original.readAll(), broken); // reading never rewrites it
-    original.close();
 
-    const QStringList copies = QDir(env.configDir()).entryList({kDomain + QStringLiteral(".json.unreadable-*")});
-    QCOMPARE(copies.size(), 1);
-    QFile copy(env.configDir() + u'/' + copies.first());
-    QVERIFY(copy.open(QIODevice::ReadOnly));
-    QCOMPARE(copy.readAll(), broken);
-
+    void twoWriterProcessesKeepEachOthersKeys()
     {
+        TempEnvironment env;
+        QProcess a, b;
+        startChild(a, {QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("a"), QStringLiteral("60")});
+        startChild(b, {QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("b"), QStringLiteral("60")});
+        QVERIFY(a.waitForFinished(60000) && b.waitForFinished(60000));
+        QCOMPARE(a.exitCode(), 0);
+        QCOMPARE(b.exitCode(), 0);
+
         UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-        store.set(true, QStringLiteral("fresh"));
-        store.synchronize();
+        const QStringList keys = store.persistedKeys();
+        for (int i = 0; i < 60; ++i) {
+            QVERIFY2(keys.contains(QStringLiteral("a%1").arg(i)), qPrintable(QStringLiteral("a%1 lost").arg(i)));
+            QVERIFY2(keys.contains(QStringLiteral("b%1").arg(i)), qPrintable(QStringLiteral("b%1 lost").arg(i)));
+        }
     }
-    QCOMPARE(runChild({QStringLiteral("read"), env.configDir(), kDomain, QStringLiteral("fresh")}),
-             QStringLiteral("bool|true"));
-    QVERIFY(QFile::exists(env.configDir() + u'/' + copies.first()));
-}
-
-void SettingsStoreTest::killedWriterNeverLeavesATornFile()
-{
-    TempEnvironment env;
-    const QString path = env.configDir() + u'/' + kDomain + QStringLiteral(".json");
-    for (int attempt = 0; attempt < 8; ++attempt) {
-        QProcess child;
-        child.start(QCoreApplication::applicationFilePath(),
-                    {QStringLiteral("--child"), QStringLiteral("churn"), env.configDir(), kDomain});
-        QVERIFY(child.waitForStarted());
-        QTest::qWait(150 + QRandomGenerator::global()->bounded(250));
-        ::kill(pid_t(child.processId()), SIGKILL);
-        QVERIFY(child.waitForFinished());
-
-        QFile file(path);
-        if (!file.exists())
-            continue; // killed before the first save
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QJsonParseError error;
-        const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &error);
-        QVERIFY2(error.error == QJsonParseError::NoError, qPrintable(error.errorString()));
-        QVERIFY(doc.object().contains(QStringLiteral("blob")));
-    }
-    QVERIFY(QFile::exists(path));
-}
-
-void SettingsStoreTest::twoWriterProcessesKeepEachOthersKeys()
-{
-    TempEnvironment env;
-    QProcess a, b;
-    a.start(QCoreApplication::applicationFilePath(),
-            {QStringLiteral("--child"), QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("a"), "60"});
-    b.start(QCoreApplication::applicationFilePath(),
-            {QStringLiteral("--child"), QStringLiteral("writer"), env.configDir(), kDomain, QStringLiteral("b"), "60"});
-    QVERIFY(a.waitForFinished(60000) && b.waitForFinished(60000));
-    QCOMPARE(a.exitCode(), 0);
-    QCOMPARE(b.exitCode(), 0);
-
-    UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
-    const QStringList keys = store.persistedKeys();
-    for (int i = 0; i < 60; ++i) {
-        QVERIFY2(keys.contains(QStringLiteral("a%1").arg(i)), qPrintable(QStringLiteral("a%1 lost").arg(i)));
-        QVERIFY2(keys.contains(QStringLiteral("b%1").arg(i)), qPrintable(QStringLiteral("b%1 lost").arg(i)));
-    }
-}
+};
 
 int main(int argc, char **argv)
 {
