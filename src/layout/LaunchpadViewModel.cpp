@@ -694,11 +694,13 @@ void LaunchpadViewModel::dropTrailingEmptyPages()
     qsizetype last = m_slots.size() - 1;
     while (last >= 0 && m_slots.at(last).isEmpty())
         --last;
-    const qsizetype keep = std::max<qsizetype>(m_geometry.capacity(),
-                                               qsizetype(m_geometry.pageStart(m_geometry.pageOf(int(last)) + 1)));
-    if (last < 0 ? m_slots.size() <= m_geometry.capacity() : keep >= m_slots.size())
+    // Up to the end of the last occupied page, and never less than one page.
+    const qsizetype keep = last < 0 ? m_geometry.capacity()
+                                    : std::max<qsizetype>(m_geometry.capacity(),
+                                                          m_geometry.pageStart(m_geometry.pageOf(int(last)) + 1));
+    if (keep >= m_slots.size())
         return;
-    m_slots.resize(last < 0 ? m_geometry.capacity() : keep);
+    m_slots.resize(keep);
     m_lookup.reset();
     ++m_layoutRevision;
     m_services.orderRepo->setSlots(m_slots);

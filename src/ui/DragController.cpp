@@ -51,6 +51,11 @@ void DragController::setFolderBox(const QRectF &box)
     Q_EMIT areasChanged();
 }
 
+QString DragController::iconPath() const
+{
+    return m_kind == CellKind::App ? SlotKey::appPath(m_key) : QString();
+}
+
 QString DragController::gridKey() const
 {
     if (!isActive())
@@ -60,26 +65,30 @@ QString DragController::gridKey() const
 
 // --- hit testing ------------------------------------------------------------
 
+namespace {
+
+// The cell of a columns x rows grid drawn over area that holds point, or -1.
+int cellIn(const QRectF &area, int columns, int rows, QPointF point)
+{
+    if (area.isEmpty() || !area.contains(point))
+        return -1;
+    columns = std::max(1, columns);
+    rows = std::max(1, rows);
+    const int column = std::clamp(int((point.x() - area.left()) * columns / area.width()), 0, columns - 1);
+    const int row = std::clamp(int((point.y() - area.top()) * rows / area.height()), 0, rows - 1);
+    return row * columns + column;
+}
+
+}
+
 int DragController::gridCellAt(QPointF point) const
 {
-    if (!m_gridArea.contains(point) || m_gridArea.isEmpty())
-        return -1;
-    const int columns = std::max(1, m_pages.columns());
-    const int rows = std::max(1, m_pages.rows());
-    const int column = std::clamp(int((point.x() - m_gridArea.left()) * columns / m_gridArea.width()), 0, columns - 1);
-    const int row = std::clamp(int((point.y() - m_gridArea.top()) * rows / m_gridArea.height()), 0, rows - 1);
-    return row * columns + column;
+    return cellIn(m_gridArea, m_pages.columns(), m_pages.rows(), point);
 }
 
 int DragController::folderCellAt(QPointF point) const
 {
-    if (!m_folder.isOpen() || !m_folderArea.contains(point) || m_folderArea.isEmpty())
-        return -1;
-    const int columns = m_folder.columns();
-    const int rows = m_folder.rows();
-    const int column = std::clamp(int((point.x() - m_folderArea.left()) * columns / m_folderArea.width()), 0, columns - 1);
-    const int row = std::clamp(int((point.y() - m_folderArea.top()) * rows / m_folderArea.height()), 0, rows - 1);
-    return row * columns + column;
+    return m_folder.isOpen() ? cellIn(m_folderArea, m_folder.columns(), m_folder.rows(), point) : -1;
 }
 
 QPointF DragController::gridCellCenter(int localIndex) const
@@ -160,7 +169,6 @@ void DragController::press(Surface surface, QPointF point, int button)
     m_phase = Phase::Pressed;
     m_key.clear();
     m_kind = CellKind::Empty;
-    m_iconPath.clear();
     m_widgetId = QUuid();
     m_widgetGrabOffset = 0;
     m_pressPage = -1;
@@ -191,8 +199,6 @@ void DragController::press(Surface surface, QPointF point, int button)
         if (!m_key.isEmpty())
             m_kind = SlotKey::kindOf(m_key) == SlotKey::Kind::Workflow ? CellKind::Workflow : CellKind::App;
     }
-    if (m_kind == CellKind::App)
-        m_iconPath = SlotKey::appPath(m_key);
 }
 
 void DragController::move(QPointF point)
@@ -341,9 +347,6 @@ void DragController::release(QPointF point)
 
 void DragController::drop(QPointF point)
 {
-    m_previewTimer.stop();
-    m_mergeTimer.stop();
-    m_edgeTimer.stop();
     const int page = m_pages.currentPage();
 
     if (fromFolder() && !m_outsideFolder) {
@@ -424,9 +427,6 @@ void DragController::cancel()
     if (m_phase == Phase::Idle)
         return;
     const bool wasDragging = m_phase == Phase::Dragging;
-    m_previewTimer.stop();
-    m_mergeTimer.stop();
-    m_edgeTimer.stop();
     if (wasDragging && fromFolder() && m_outsideFolder)
         m_folder.close(); // the app stays in its folder, which was already out of sight
     finish();

@@ -63,7 +63,7 @@ public:
     QString key() const { return isActive() ? m_key : QString(); }
     QString gridKey() const;
     CellKind::Kind kind() const { return m_kind; }
-    QString iconPath() const { return m_iconPath; }
+    QString iconPath() const;
     bool fromFolder() const { return m_surface == Folder; }
     bool outsideFolder() const { return m_outsideFolder; }
     QPointF point() const { return m_point; }
@@ -133,7 +133,6 @@ private:
     QPointF m_point;
     QString m_key;
     CellKind::Kind m_kind = CellKind::Empty;
-    QString m_iconPath;
     QString m_folderId;       // a drag out of the open folder
     QUuid m_widgetId;         // a widget drag
     int m_widgetGrabOffset = 0; // cells between the widget's anchor and where it was picked up

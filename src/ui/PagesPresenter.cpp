@@ -74,11 +74,16 @@ void PagesPresenter::scroll(QPointF angleDelta, QPointF pixelDelta)
     m_turnedThisGesture = true;
 }
 
-QString PagesPresenter::keyAt(int page, int localIndex) const
+QString PagesPresenter::keyIn(const QStringList &slots, int page, int localIndex) const
 {
     if (page < 0 || localIndex < 0 || localIndex >= m_layout.geometry().capacity())
         return {};
-    return SlotList::at(m_layout.slots(), m_layout.absoluteSlot(page, localIndex));
+    return SlotList::at(slots, m_layout.absoluteSlot(page, localIndex));
+}
+
+QString PagesPresenter::keyAt(int page, int localIndex) const
+{
+    return keyIn(m_layout.slots(), page, localIndex);
 }
 
 CellKind::Kind PagesPresenter::kindAt(int page, int localIndex) const
@@ -93,11 +98,7 @@ qsizetype PagesPresenter::absoluteSlot(int page, int localIndex) const
 
 QString PagesPresenter::shownKeyAt(int page, int localIndex) const
 {
-    if (!m_preview)
-        return keyAt(page, localIndex);
-    if (page < 0 || localIndex < 0 || localIndex >= m_layout.geometry().capacity())
-        return {};
-    return SlotList::at(*m_preview, m_layout.absoluteSlot(page, localIndex));
+    return keyIn(m_preview ? *m_preview : m_layout.slots(), page, localIndex);
 }
 
 void PagesPresenter::setPreview(std::optional<QStringList> slots)

@@ -71,6 +71,7 @@ Q_SIGNALS:
     void currentPageChanged();
 
 private:
+    QString keyIn(const QStringList &slots, int page, int localIndex) const;
     void rebuild();
 
     LaunchpadViewModel &m_layout;
