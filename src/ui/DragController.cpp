@@ -429,6 +429,12 @@ void DragController::cancel()
     const bool wasDragging = m_phase == Phase::Dragging;
     if (wasDragging && fromFolder() && m_outsideFolder)
         m_folder.close(); // the app stays in its folder, which was already out of sight
+    // A page turn already moved the icon; cancelling puts it back where the
+    // gesture began (that cell was left empty by the turn).
+    if (wasDragging && m_movedToOtherPage) {
+        m_layout.moveKeyInSlots(m_key, int(m_pages.absoluteSlot(m_pressPage, m_pressCell)));
+        m_pages.setCurrentPage(m_pressPage);
+    }
     finish();
 }
 

@@ -258,6 +258,14 @@ private Q_SLOTS:
         f.drag().cancel();
         QVERIFY(!f.pages().hasPreview());
         QCOMPARE(f.stored(), before);
+
+        // Cancelled after a page turn: the icon goes back, the new page goes.
+        f.pressAndMove(Fixture::cellCentre(0), QPointF(950, 300));
+        QTRY_COMPARE_WITH_TIMEOUT(f.pages().currentPage(), 1, DragController::kEdgeDwellMs * 3);
+        f.drag().cancel();
+        QCOMPARE(f.stored(), before);
+        QCOMPARE(f.model->pageCount(), 1);
+        QCOMPARE(f.pages().currentPage(), 0);
     }
 
     void clicksOpenRightClicksAskForAMenu()

@@ -304,6 +304,36 @@ private Q_SLOTS:
         QVERIFY(iconDrawn(first, s.cellRect(1)));
     }
 
+    // From the last page to the right edge: a new page slides in at once (it
+    // did not: the dots moved, the content stayed). Esc then puts the icon
+    // back and takes the new page away.
+    void aPageMadeByADragSlidesInAndEscUndoesIt()
+    {
+        Session s(true, 52); // 40 on the first page, 12 on the second
+        REQUIRE_SESSION(s);
+        const QStringList before = s.slots();
+        s.key(QStringLiteral("Next"));
+        QTest::qWait(600);
+        const QImage second = s.screenshot(QStringLiteral("new-page-second"));
+        QVERIFY(iconDrawn(second, s.cellRect(1)));
+        s.drag(s.cell(0), {s.cell(3), s.rightEdge()}, 1800);
+        s.moveTo(s.gap(19));
+        QTest::qWait(800);
+        const QImage third = s.screenshot(QStringLiteral("new-page-third"));
+        // The second page's icons are gone from view: the new page shows.
+        QVERIFY(!iconDrawn(third, s.cellRect(1)));
+        QVERIFY(!iconDrawn(third, s.cellRect(5)));
+        s.key(QStringLiteral("Escape"));
+        s.drop();
+        // The same cells as before (the list may end in empty cells now).
+        QStringList after = s.slots();
+        while (after.size() > before.size() && after.last().isEmpty())
+            after.removeLast();
+        QCOMPARE(after, before);
+        QVERIFY(s.overlayVisible());
+        QVERIFY(iconDrawn(s.screenshot(QStringLiteral("new-page-undone")), s.cellRect(0)));
+    }
+
     void dragOutOfAFolderInEveryDirection_data()
     {
         QTest::addColumn<QString>("direction");

@@ -27,7 +27,15 @@ Item {
         cacheBuffer: width
         model: view.pages.model
         Component.onCompleted: currentIndex = view.pages.currentPage
-        onCountChanged: currentIndex = view.pages.currentPage
+        // After the model has settled: while rows are being inserted the
+        // view keeps its own current index, so a page just added by a drag
+        // would not slide in.
+        onCountChanged: settle.restart()
+        Timer {
+            id: settle
+            interval: 0
+            onTriggered: list.currentIndex = view.pages.currentPage
+        }
         delegate: Item {
             id: pageDelegate
             required property PageCellsModel cells
