@@ -2,12 +2,16 @@
 
 #include "foundation/BundleIdentity.h"
 #include "foundation/Logging.h"
-#include "storage/DomainFileFormat.h"
 #include "storage/PropertyListValue.h"
 
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
 #include <QDir>
+#include <QHash>
 #include <QMutex>
 #include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
 
 namespace {
 
@@ -22,25 +26,61 @@ RegistrationDomain &registration()
     return domain;
 }
 
-std::unique_ptr<QSettings> openDomain(const QString &directory, const QString &name)
+QString domainFile(const QString &directory, const QString &name)
 {
-    QDir().mkpath(directory);
-    return std::make_unique<QSettings>(QDir(directory).filePath(name + QStringLiteral(".json")),
-                                       DomainFileFormat::format());
+    return QDir(directory).filePath(name + QStringLiteral(".json"));
+}
+
+DomainFile::Content readOrEmpty(const QString &path)
+{
+    QString error;
+    if (auto content = DomainFile::read(path, &error))
+        return *content;
+    qCWarning(lcPersistence, "Settings file %s could not be read (%s); it reads as empty", qUtf8Printable(path),
+              qUtf8Printable(error));
+    return {};
 }
 
 }
+
+struct UserDefaultsStore::Shared {
+    QRecursiveMutex mutex;
+    // What the file held when last read or written.
+    std::optional<DomainFile::Content> content;
+    DomainFile::Changes pending;
+    bool flushScheduled = false;
+
+    static std::shared_ptr<Shared> forFile(const QString &path)
+    {
+        static QMutex registryMutex;
+        static QHash<QString, std::weak_ptr<Shared>> registry;
+        QMutexLocker lock(&registryMutex);
+        std::shared_ptr<Shared> shared = registry.value(path).lock();
+        if (!shared) {
+            shared = std::make_shared<Shared>();
+            registry.insert(path, shared);
+        }
+        return shared;
+    }
+};
 
 UserDefaultsStore::UserDefaultsStore(const QString &domainName, std::optional<QString> persistentDomainName,
                                      const QString &directory)
     : m_domainName(domainName)
     , m_directory(directory.isEmpty() ? defaultDirectory() : directory)
-    , m_defaults(openDomain(m_directory, domainName))
+    , m_fileName(domainFile(m_directory, domainName))
     , m_persistentDomainName(std::move(persistentDomainName))
+    , m_shared(Shared::forFile(m_fileName))
+    , m_flushContext(std::make_unique<QObject>())
 {
 }
 
-UserDefaultsStore::~UserDefaultsStore() = default;
+UserDefaultsStore::~UserDefaultsStore()
+{
+    QMutexLocker lock(&m_shared->mutex);
+    if (!m_shared->pending.isEmpty())
+        synchronize();
+}
 
 std::shared_ptr<UserDefaultsStore> UserDefaultsStore::standard(const QString &directory)
 {
@@ -70,20 +110,55 @@ QVariant UserDefaultsStore::registeredDefault(const QString &key)
 
 QString UserDefaultsStore::fileName() const
 {
-    return m_defaults->fileName();
+    return m_fileName;
+}
+
+// Callers hold the shared mutex.
+const DomainFile::Content &UserDefaultsStore::content() const
+{
+    if (!m_shared->content)
+        m_shared->content = readOrEmpty(m_fileName);
+    return *m_shared->content;
 }
 
 QStringList UserDefaultsStore::persistedKeys() const
 {
-    QStringList keys;
-    for (const QString &k : m_defaults->allKeys())
-        keys.append(DomainFileFormat::unescapeKey(k));
+    QMutexLocker lock(&m_shared->mutex);
+    QStringList keys = content().values.keys();
+    for (auto it = m_shared->pending.cbegin(); it != m_shared->pending.cend(); ++it) {
+        if (it.value() && !keys.contains(it.key()))
+            keys.append(it.key());
+        else if (!it.value())
+            keys.removeAll(it.key());
+    }
     return keys;
 }
 
 QVariant UserDefaultsStore::storedValue(const QString &key) const
 {
-    return m_defaults->value(DomainFileFormat::escapeKey(key));
+    QMutexLocker lock(&m_shared->mutex);
+    const auto pending = m_shared->pending.constFind(key);
+    if (pending != m_shared->pending.cend())
+        return pending.value().value_or(QVariant());
+    return content().values.value(key);
+}
+
+void UserDefaultsStore::change(const QString &key, std::optional<QVariant> value)
+{
+    QMutexLocker lock(&m_shared->mutex);
+    m_shared->pending.insert(key, std::move(value));
+    // Written soon even if nobody asks, as the platform's settings stores do;
+    // without an event loop, at the next synchronize() or at destruction.
+    if (m_shared->flushScheduled || !QCoreApplication::instance()
+        || !QAbstractEventDispatcher::instance(QThread::currentThread()))
+        return;
+    m_shared->flushScheduled = true;
+    QTimer::singleShot(0, m_flushContext.get(), [this] {
+        QMutexLocker lock(&m_shared->mutex);
+        m_shared->flushScheduled = false;
+        if (!m_shared->pending.isEmpty())
+            synchronize();
+    });
 }
 
 void UserDefaultsStore::set(const QVariant &value, const QString &key)
@@ -98,7 +173,7 @@ void UserDefaultsStore::set(const QVariant &value, const QString &key)
                   value.typeName(), qUtf8Printable(key));
         return;
     }
-    m_defaults->setValue(DomainFileFormat::escapeKey(key), stored);
+    change(key, stored);
 }
 
 QVariant UserDefaultsStore::object(const QString &key) const
@@ -113,10 +188,8 @@ QVariant UserDefaultsStore::persistedObject(const QString &key) const
         return object(key);
     if (*m_persistentDomainName == m_domainName)
         return storedValue(key);
-    if (!m_persistentDomain)
-        m_persistentDomain = openDomain(m_directory, *m_persistentDomainName);
-    m_persistentDomain->sync();
-    return m_persistentDomain->value(DomainFileFormat::escapeKey(key));
+    // Another domain: read as it is now, never cached.
+    return readOrEmpty(domainFile(m_directory, *m_persistentDomainName)).values.value(key);
 }
 
 std::optional<QByteArray> UserDefaultsStore::data(const QString &key) const
@@ -173,12 +246,29 @@ std::optional<QVariantMap> UserDefaultsStore::dictionary(const QString &key) con
 
 void UserDefaultsStore::removeObject(const QString &key)
 {
-    m_defaults->remove(DomainFileFormat::escapeKey(key));
+    change(key, std::nullopt);
 }
 
-void UserDefaultsStore::synchronize()
+bool UserDefaultsStore::synchronize()
 {
-    m_defaults->sync();
-    if (m_defaults->status() == QSettings::AccessError)
-        qCWarning(lcPersistence, "Settings file %s could not be written", qUtf8Printable(m_defaults->fileName()));
+    QMutexLocker lock(&m_shared->mutex);
+    if (m_shared->pending.isEmpty()) {
+        // Nothing to write: pick up what other processes wrote meanwhile.
+        m_shared->content.reset();
+        m_lastError.clear();
+        return true;
+    }
+    DomainFile::Content merged;
+    QString error;
+    if (!DomainFile::write(m_fileName, m_shared->pending, &merged, &error)) {
+        // The changes stay pending (and readable here); a later call retries.
+        m_lastError = error;
+        qCWarning(lcPersistence, "Settings file %s could not be written: %s", qUtf8Printable(m_fileName),
+                  qUtf8Printable(error));
+        return false;
+    }
+    m_shared->pending.clear();
+    m_shared->content = std::move(merged);
+    m_lastError.clear();
+    return true;
 }

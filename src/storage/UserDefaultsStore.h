@@ -2,13 +2,22 @@
 
 #include "storage/UserDefaultsStoreType.h"
 
-#include <QSettings>
+#include "storage/DomainFile.h"
+
 #include <memory>
 
+class QObject;
+
 // The settings store over one preferences domain. On Linux a domain is one
-// JSON file named after the domain in $XDG_CONFIG_HOME/tillmora. Registered
-// defaults are process-wide, answer reads of keys never stored and are never
-// written to disk.
+// JSON file named after the domain in $XDG_CONFIG_HOME/tillmora, private to
+// the user. Registered defaults are process-wide, answer reads of keys never
+// stored and are never written to disk.
+//
+// Changes are kept in memory (shared by every store of the same file in
+// this process) until synchronize() (called at once by whoever
+// needs the change on disk, else soon after from the event loop, and at the
+// latest when the store is destroyed). Only changes are ever written: a
+// store that was only read never touches its file.
 class UserDefaultsStore final : public UserDefaultsStoreType {
 public:
     // directory empty = the default configuration folder.
@@ -32,7 +41,8 @@ public:
     std::optional<QVariantList> array(const QString &key) const override;
     std::optional<QVariantMap> dictionary(const QString &key) const override;
     void removeObject(const QString &key) override;
-    void synchronize() override;
+    bool synchronize() override;
+    QString lastError() const override { return m_lastError; }
 
     QString domainName() const { return m_domainName; }
     QString fileName() const;
@@ -41,10 +51,18 @@ public:
 
 private:
     QVariant storedValue(const QString &key) const;
+    struct Shared;
+    const DomainFile::Content &content() const;
+    void change(const QString &key, std::optional<QVariant> value);
 
     QString m_domainName;
     QString m_directory;
-    std::unique_ptr<QSettings> m_defaults;
+    QString m_fileName;
     std::optional<QString> m_persistentDomainName;
-    mutable std::unique_ptr<QSettings> m_persistentDomain;
+    // Every store of one file in this process shares what was read and what
+    // is pending, so a change made through one is seen at once by the others.
+    std::shared_ptr<Shared> m_shared;
+    QString m_lastError;
+    // Receiver of the deferred flush; gone with the store.
+    std::unique_ptr<QObject> m_flushContext;
 };

@@ -24,7 +24,10 @@ public:
     virtual std::optional<QVariantList> array(const QString &key) const = 0;
     virtual std::optional<QVariantMap> dictionary(const QString &key) const = 0;
     virtual void removeObject(const QString &key) = 0;
-    virtual void synchronize() = 0;
+    // Writes what changed. False when it could not be written (nothing on
+    // disk changed then); lastError() says why.
+    virtual bool synchronize() = 0;
+    virtual QString lastError() const { return {}; }
 
     // Conveniences derived from object(); not part of the store's contract.
     std::optional<qint64> integer(const QString &key) const;

@@ -34,10 +34,10 @@ public:
         writes.append("-" + key);
         inner->removeObject(key);
     }
-    void synchronize() override
+    bool synchronize() override
     {
         ++flushes;
-        inner->synchronize();
+        return inner->synchronize();
     }
     QVariant object(const QString &key) const override { return inner->object(key); }
     QVariant persistedObject(const QString &key) const override { return inner->persistedObject(key); }
