@@ -72,8 +72,8 @@ CommandResult layoutCommand(const QStringList &args, const CataloguePlatform &ca
     }
     HeadlessSession session(StorageLocations::fromEnvironment(), catalogue);
     const CommandResult result = LayoutCommands::run(args, session.loadedModel());
-    session.flush();
-    return result;
+    const bool saved = session.flush();
+    return CommandResult::saved(result, saved, session.saveError());
 }
 
 }

@@ -180,8 +180,8 @@ CommandResult run(const QStringList &input, const QString &configDirectory)
         if (!value.isValid())
             return CommandResult::usage(error);
         store.set(value, args.first());
-        store.synchronize();
-        return CommandResult::ok();
+        const bool saved = store.synchronize();
+        return CommandResult::saved(CommandResult::ok(), saved, store.lastError());
     }
     if (verb == QLatin1String("delete")) {
         if (args.size() != 1)
@@ -189,8 +189,8 @@ CommandResult run(const QStringList &input, const QString &configDirectory)
         if (!store.persistedObject(args.first()).isValid())
             return CommandResult::usage(QStringLiteral("defaults delete: no key '%1' in %2").arg(args.first(), suite));
         store.removeObject(args.first());
-        store.synchronize();
-        return CommandResult::ok();
+        const bool saved = store.synchronize();
+        return CommandResult::saved(CommandResult::ok(), saved, store.lastError());
     }
     return CommandResult::usage(kUsage);
 }

@@ -30,7 +30,12 @@ LaunchpadViewModel &HeadlessSession::loadedModel()
     return *m_model;
 }
 
-void HeadlessSession::flush()
+bool HeadlessSession::flush()
 {
-    m_composition.userDefaultsStore->synchronize();
+    return m_composition.userDefaultsStore->synchronize();
+}
+
+QString HeadlessSession::saveError() const
+{
+    return m_composition.userDefaultsStore->lastError();
 }

@@ -16,8 +16,10 @@ public:
 
     // Blocks (running the event loop) until loading and reconciliation end.
     LaunchpadViewModel &loadedModel();
-    // Writes everything to disk before the process exits.
-    void flush();
+    // Writes everything to disk before the process exits. False when that
+    // failed; saveError() says why.
+    bool flush();
+    QString saveError() const;
 
 private:
     CompositionRoot m_composition;

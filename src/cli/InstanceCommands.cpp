@@ -5,6 +5,7 @@
 #include "cli/LayoutCommands.h"
 #include "cli/Verbs.h"
 #include "layout/LaunchpadViewModel.h"
+#include "storage/UserDefaultsStore.h"
 
 #include <QJsonArray>
 #include <QPointer>
@@ -18,20 +19,30 @@ QJsonObject toJson(const CommandResult &result)
     return {{"exitCode", result.exitCode}, {"out", result.out}, {"err", result.err}};
 }
 
+// The reply is sent only once the change is on disk, with the save's outcome.
+CommandResult runAndSave(const QStringList &args, LaunchpadWindowController &controller)
+{
+    const CommandResult result = LayoutCommands::run(args, *controller.layout());
+    UserDefaultsStoreType &store = *controller.composition().userDefaultsStore;
+    const bool saved = store.synchronize();
+    return CommandResult::saved(result, saved, store.lastError());
+}
+
 void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
     LaunchpadViewModel *model = controller.layout();
     if (!model->isLoading()) {
-        reply(toJson(LayoutCommands::run(args, *model)));
+        reply(toJson(runAndSave(args, controller)));
         return;
     }
     // Commands act on the reconciled layout, never on a half-loaded one.
+    LaunchpadWindowController *owner = &controller;
     auto connection = std::make_shared<QMetaObject::Connection>();
     *connection = QObject::connect(model, &LaunchpadViewModel::loadFinished, model, [=] {
         if (model->isLoading())
             return;
         QObject::disconnect(*connection);
-        reply(toJson(LayoutCommands::run(args, *model)));
+        reply(toJson(runAndSave(args, *owner)));
     });
 }
 

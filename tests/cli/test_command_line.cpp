@@ -7,12 +7,17 @@
 #include "common/TempEnvironment.h"
 
 #include <QDir>
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
 
 namespace {
 
@@ -41,10 +46,19 @@ class CommandLineTest : public QObject {
         return pe;
     }
 
-    Run tillmora(const QStringList &args)
+    // fileSizeLimit > 0 runs the command as on a nearly full disk: no file
+    // it writes may grow past that many bytes.
+    Run tillmora(const QStringList &args, rlim_t fileSizeLimit = 0)
     {
         QProcess p;
         p.setProcessEnvironment(processEnvironment());
+        if (fileSizeLimit > 0) {
+            p.setChildProcessModifier([fileSizeLimit] {
+                const rlimit limit{fileSizeLimit, fileSizeLimit};
+                ::signal(SIGXFSZ, SIG_IGN);
+                ::setrlimit(RLIMIT_FSIZE, &limit);
+            });
+        }
         p.start(QStringLiteral(TILLMORA_BINARY), args);
         if (!p.waitForFinished(60000))
             return {};
@@ -194,6 +208,47 @@ private Q_SLOTS:
         QCOMPARE(r.exitCode, 1);
         QCOMPARE(r.err, QStringLiteral("tillmora: ") + apply(err) + u'\n');
         QCOMPARE(storedBytes(), before);
+    }
+
+    // A change that cannot be saved is a failure, said as such; nothing the
+    // command printed may name what was not kept, and the old file stays.
+    void aSaveThatFailsIsReportedAndKeepsTheOldFile()
+    {
+        QCOMPARE(tillmora({"folder", "create", "First", app("Alpha")}).exitCode, 0);
+        const QByteArray before = storedBytes();
+        QVERIFY(before.size() > 512);
+        const Run r = tillmora({"folder", "create", "Second", app("Bravo")}, rlim_t(before.size() / 2));
+        QCOMPARE(r.exitCode, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("could not be saved")), qPrintable(r.err));
+        QVERIFY(r.out.isEmpty());
+        QCOMPARE(storedBytes(), before);
+        const Run d = tillmora({"defaults", "write", "theme", "-string", "dark"}, rlim_t(before.size() / 2));
+        QCOMPARE(d.exitCode, 1);
+        QCOMPARE(storedBytes(), before);
+    }
+
+    // Reading never writes, whatever the file holds.
+    void readOnlyCommandsLeaveEveryFileAsItWas()
+    {
+        QCOMPARE(tillmora({"folder", "create", "Box", app("Alpha"), app("Bravo")}).exitCode, 0);
+        const QString path = env->configDir() + QStringLiteral("/com.tillmora.Tillmora.json");
+        // A value a newer version might write, and a hand edit.
+        QJsonObject root = QJsonDocument::fromJson(storedBytes()).object();
+        root.insert(QStringLiteral("futureKey"), QJsonObject{{QStringLiteral("vector"), QJsonArray{1, 2}}});
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(QJsonDocument(root).toJson());
+        f.close();
+        const QByteArray before = storedBytes();
+        const QDateTime modified = QFileInfo(path).lastModified();
+        for (const QStringList &args : {QStringList{"apps"}, QStringList{"layout"}, QStringList{"layout", "--json"},
+                                        QStringList{"defaults", "read"}, QStringList{"defaults", "read", "futureKey"}})
+            tillmora(args);
+        QCOMPARE(storedBytes(), before);
+        QCOMPARE(QFileInfo(path).lastModified(), modified);
+        // And the bad key survives a write of other keys.
+        QCOMPARE(tillmora({"hide", app("Charlie")}).exitCode, 0);
+        QVERIFY(QJsonDocument::fromJson(storedBytes()).object().contains(QStringLiteral("futureKey")));
     }
 
     void defaultsReadAndWriteTypedValues()
