@@ -3,6 +3,7 @@
 #include "app/InstanceChannel.h"
 #include "cli/CommandResult.h"
 #include "cli/HeadlessSession.h"
+#include "storage/UserDefaultsStore.h"
 #include "cli/LayoutCommands.h"
 #include "cli/Verbs.h"
 
@@ -63,13 +64,18 @@ CommandResult overlayCommand(const Verbs::Verb &verb, const QStringList &args)
     return CommandResult::ok();
 }
 
-CommandResult layoutCommand(const QStringList &args, const CataloguePlatform &catalogue)
+CommandResult layoutCommand(const Verbs::Verb &verb, const QStringList &args, const CataloguePlatform &catalogue)
 {
     if (launcherRunning()) {
         if (const auto result = forward(args))
             return *result;
         return CommandResult::failure(QStringLiteral("the running launcher did not answer"));
     }
+    // A command that only reads writes nothing: not the migrations, not what
+    // this process's (perhaps narrower) view of the installed apps would
+    // reconcile away.
+    if (!verb.changesLayout)
+        UserDefaultsStore::setProcessReadOnly(true);
     HeadlessSession session(StorageLocations::fromEnvironment(), catalogue);
     const CommandResult result = LayoutCommands::run(args, session.loadedModel());
     const bool saved = session.flush();
@@ -104,7 +110,7 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
     if (verb && verb->overlay != Verbs::OverlayAction::None)
         return finish(overlayCommand(*verb, args));
     if (verb && verb->layout)
-        return finish(layoutCommand(args, catalogue));
+        return finish(layoutCommand(*verb, args, catalogue));
     const QString command = args.value(0);
     return finish(CommandResult::usage(QStringLiteral("unknown command or option '%1'; see 'tillmora --help'").arg(command)));
 }

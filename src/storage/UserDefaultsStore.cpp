@@ -13,6 +13,8 @@
 #include <QThread>
 #include <QTimer>
 
+#include <atomic>
+
 namespace {
 
 struct RegistrationDomain {
@@ -25,6 +27,8 @@ RegistrationDomain &registration()
     static RegistrationDomain domain;
     return domain;
 }
+
+std::atomic<bool> s_readOnly{false};
 
 QString domainFile(const QString &directory, const QString &name)
 {
@@ -78,7 +82,7 @@ UserDefaultsStore::UserDefaultsStore(const QString &domainName, std::optional<QS
 UserDefaultsStore::~UserDefaultsStore()
 {
     QMutexLocker lock(&m_shared->mutex);
-    if (!m_shared->pending.isEmpty())
+    if (!s_readOnly && !m_shared->pending.isEmpty())
         synchronize();
 }
 
@@ -99,6 +103,11 @@ void UserDefaultsStore::registerDefaults(const QVariantMap &values)
     QMutexLocker lock(&domain.mutex);
     for (auto it = values.cbegin(); it != values.cend(); ++it)
         domain.values.insert(it.key(), PropertyListValue::normalized(it.value()));
+}
+
+void UserDefaultsStore::setProcessReadOnly(bool readOnly)
+{
+    s_readOnly = readOnly;
 }
 
 QVariant UserDefaultsStore::registeredDefault(const QString &key)
@@ -149,7 +158,7 @@ void UserDefaultsStore::change(const QString &key, std::optional<QVariant> value
     m_shared->pending.insert(key, std::move(value));
     // Written soon even if nobody asks, as the platform's settings stores do;
     // without an event loop, at the next synchronize() or at destruction.
-    if (m_shared->flushScheduled || !QCoreApplication::instance()
+    if (s_readOnly || m_shared->flushScheduled || !QCoreApplication::instance()
         || !QAbstractEventDispatcher::instance(QThread::currentThread()))
         return;
     m_shared->flushScheduled = true;
@@ -252,6 +261,10 @@ void UserDefaultsStore::removeObject(const QString &key)
 bool UserDefaultsStore::synchronize()
 {
     QMutexLocker lock(&m_shared->mutex);
+    if (s_readOnly) {
+        m_lastError.clear();
+        return true; // nothing is meant to reach the disk
+    }
     if (m_shared->pending.isEmpty()) {
         // Nothing to write: pick up what other processes wrote meanwhile.
         m_shared->content.reset();

@@ -30,6 +30,9 @@ public:
     static std::shared_ptr<UserDefaultsStore> standard(const QString &directory = {});
     static QString defaultDirectory();
     static void registerDefaults(const QVariantMap &defaults);
+    // For commands that only read: from now on no store of this process
+    // writes anything; changes (migrations, reconciliation) live in memory.
+    static void setProcessReadOnly(bool readOnly);
     static QVariant registeredDefault(const QString &key);
 
     void set(const QVariant &value, const QString &key) override;
