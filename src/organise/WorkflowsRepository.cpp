@@ -3,6 +3,7 @@
 #include "foundation/Logging.h"
 #include "foundation/LogTexts.h"
 #include "foundation/RecordList.h"
+#include "storage/KeptAside.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
@@ -19,18 +20,16 @@ QList<WorkflowItem> WorkflowsRepositoryImpl::load() const
         qCDebug(m_logger, LogTexts::kWorkflowsNone);
         return {};
     }
-    QString error;
-    const auto workflows = RecordList::decode<WorkflowItem>(*bytes, &error);
-    if (!workflows) {
+    const auto decoded = RecordList::decodeEach<WorkflowItem>(*bytes);
+    for (const QString &error : decoded.errors)
         qCWarning(m_logger, LogTexts::kWorkflowsDecodeFailed, qUtf8Printable(error));
-        return {};
-    }
-    qCDebug(m_logger, LogTexts::kWorkflowsLoaded, long(workflows->size()));
-    return *workflows;
+    qCDebug(m_logger, LogTexts::kWorkflowsLoaded, long(decoded.records.size()));
+    return decoded.records;
 }
 
 void WorkflowsRepositoryImpl::save(const QList<WorkflowItem> &workflows)
 {
+    KeptAside::beforeSaving<WorkflowItem>(*m_store, QLatin1String(SettingsKeys::kWorkflows));
     m_store->set(RecordList::encode(workflows), QLatin1String(SettingsKeys::kWorkflows));
     qCDebug(m_logger, LogTexts::kWorkflowsSaved, long(workflows.size()));
 }

@@ -3,6 +3,7 @@
 #include "foundation/Logging.h"
 #include "foundation/LogTexts.h"
 #include "foundation/RecordList.h"
+#include "storage/KeptAside.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
@@ -19,18 +20,17 @@ QList<FolderItem> FoldersRepositoryImpl::loadAll() const
         qCDebug(m_logger, LogTexts::kFoldersNone);
         return {};
     }
-    QString error;
-    const auto folders = RecordList::decode<FolderItem>(*bytes, &error);
-    if (!folders) {
+    // Record by record: one bad folder costs only itself.
+    const auto decoded = RecordList::decodeEach<FolderItem>(*bytes);
+    for (const QString &error : decoded.errors)
         qCWarning(m_logger, LogTexts::kFoldersDecodeFailed, qUtf8Printable(error));
-        return {};
-    }
-    qCDebug(m_logger, LogTexts::kFoldersDecoded, long(folders->size()));
-    return *folders;
+    qCDebug(m_logger, LogTexts::kFoldersDecoded, long(decoded.records.size()));
+    return decoded.records;
 }
 
 void FoldersRepositoryImpl::saveAll(const QList<FolderItem> &folders)
 {
+    KeptAside::beforeSaving<FolderItem>(*m_store, QLatin1String(SettingsKeys::kFolders));
     m_store->set(RecordList::encode(folders), QLatin1String(SettingsKeys::kFolders));
     qCDebug(m_logger, LogTexts::kFoldersSaved, long(folders.size()));
 }

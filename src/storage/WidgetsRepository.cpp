@@ -4,6 +4,7 @@
 #include "foundation/LogTexts.h"
 #include "foundation/RecordList.h"
 #include "storage/FileSystemStore.h"
+#include "storage/KeptAside.h"
 #include "storage/UserDefaultsStoreType.h"
 
 #include <QDir>
@@ -22,17 +23,15 @@ QList<WidgetItem> WidgetsRepositoryImpl::load() const
     const auto bytes = m_store->data(m_key);
     if (!bytes)
         return {};
-    QString error;
-    const auto widgets = RecordList::decode<WidgetItem>(*bytes, &error);
-    if (!widgets) {
+    const auto decoded = RecordList::decodeEach<WidgetItem>(*bytes);
+    for (const QString &error : decoded.errors)
         qCWarning(lcPersistence, LogTexts::kWidgetsDecodeFailed, qUtf8Printable(error));
-        return {};
-    }
-    return *widgets;
+    return decoded.records;
 }
 
 void WidgetsRepositoryImpl::save(const QList<WidgetItem> &widgets)
 {
+    KeptAside::beforeSaving<WidgetItem>(*m_store, m_key);
     m_store->set(RecordList::encode(widgets), m_key);
 }
 

@@ -17,6 +17,9 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 class RepositoriesTest : public QObject {
@@ -40,6 +43,46 @@ private Q_SLOTS:
         store->synchronize();
         QVERIFY(store->persistedKeys().isEmpty());
         QVERIFY(!QFile::exists(store->fileName()));
+    }
+
+    // One bad record (a typo, a newer version's field) costs that record
+    // only, and it is kept aside before the list is saved over it.
+    void aBadRecordCostsOnlyItselfAndIsKeptAside()
+    {
+        TempEnvironment env;
+        const QByteArray stored = R"([{"id": "6F1A2B3C-0000-4000-8000-000000000001", "name": "Good", "appPaths": ["/a/A.app"]},
+                                      {"id": 42, "name": "Bad"},
+                                      "not a record"])";
+        const QString asideKey = QStringLiteral("LaunchpadFolders_v1.unreadable");
+        {
+            auto store = openStore(env);
+            store->set(stored, QStringLiteral("LaunchpadFolders_v1"));
+            FoldersRepositoryImpl folders(store);
+            const QList<FolderItem> loaded = folders.loadAll();
+            QCOMPARE(loaded.size(), 1);
+            QCOMPARE(loaded.first().name, QStringLiteral("Good"));
+            // Reading keeps nothing aside: only a save over the list does.
+            QVERIFY(!store->data(asideKey));
+
+            FolderItem renamed = loaded.first();
+            renamed.name = QStringLiteral("Renamed");
+            folders.saveAll({renamed});
+            folders.saveAll({renamed}); // a second save keeps one copy, not two
+            QVERIFY(store->synchronize());
+        }
+        auto reopened = openStore(env);
+        QCOMPARE(FoldersRepositoryImpl(reopened).loadAll().first().name, QStringLiteral("Renamed"));
+        const QJsonArray aside = QJsonDocument::fromJson(*reopened->data(asideKey)).array();
+        QCOMPARE(aside.size(), 2);
+        QCOMPARE(aside.at(0).toObject().value(QStringLiteral("name")).toString(), QStringLiteral("Bad"));
+        QCOMPARE(aside.at(1).toString(), QStringLiteral("not a record"));
+
+        // The same for widgets and workflows, which share the rule.
+        reopened->set(QByteArray(R"([{"id": "x"}])"), QStringLiteral("workflows_storage_v1"));
+        WorkflowsRepositoryImpl workflows(reopened);
+        QVERIFY(workflows.load().isEmpty());
+        workflows.save({});
+        QCOMPARE(QJsonDocument::fromJson(*reopened->data(QStringLiteral("workflows_storage_v1.unreadable"))).array().size(), 1);
     }
 
     void foldersRoundTripAndDecodeDefaults()
