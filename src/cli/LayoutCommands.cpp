@@ -13,6 +13,8 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 
+#include <limits>
+
 namespace LayoutCommands {
 
 namespace {
@@ -40,13 +42,41 @@ std::optional<QString> takeOption(Args &args, const QString &name, QString *erro
     return value;
 }
 
-std::optional<qsizetype> parseIndex(const QString &text, bool allowNegative = false)
+std::optional<qsizetype> parseIndex(const QString &text)
 {
     bool ok = false;
     const qlonglong n = text.toLongLong(&ok);
-    if (!ok || (!allowNegative && n < 0))
+    if (!ok || n < 0)
         return std::nullopt;
     return qsizetype(n);
+}
+
+// The last cell a command may name on the grid: the end of the page after
+// the last occupied cell. Anything further would only add empty pages.
+qsizetype lastGridIndex(const LaunchpadViewModel &model)
+{
+    const QStringList &slots = model.slots();
+    qsizetype last = slots.size() - 1;
+    while (last >= 0 && slots.at(last).isEmpty())
+        --last;
+    const PageGeometry grid = model.geometry();
+    const int lastPage = last < 0 ? 0 : grid.pageOf(int(std::min<qsizetype>(last, std::numeric_limits<int>::max())));
+    return qsizetype(grid.pageStart(lastPage + 2)) - 1;
+}
+
+// A cell of the grid given on the command line, checked before anything
+// changes; *error says what is valid.
+std::optional<qsizetype> parseGridIndex(const QString &text, const LaunchpadViewModel &model, const char *what,
+                                        QString *error)
+{
+    const qsizetype last = lastGridIndex(model);
+    const auto index = parseIndex(text);
+    if (!index || *index > last) {
+        *error = QStringLiteral("%1 must be a cell number from 0 to %2, got '%3'")
+                     .arg(QLatin1String(what)).arg(last).arg(text);
+        return std::nullopt;
+    }
+    return index;
 }
 
 bool hasUnknownOption(const Args &args, QString *error)
@@ -201,9 +231,10 @@ CommandResult move(const Args &args, LaunchpadViewModel &model)
     const QString key = normalisedKey(args.at(0));
     if (const QString problem = checkIconKey(model, key); !problem.isEmpty())
         return CommandResult::usage(problem);
-    const auto index = parseIndex(args.at(1), true);
+    QString error;
+    const auto index = parseGridIndex(args.at(1), model, "INDEX", &error);
     if (!index)
-        return CommandResult::usage(QStringLiteral("INDEX must be a whole number, got '%1'").arg(args.at(1)));
+        return CommandResult::usage(error);
     if (const auto moved = model.moveKey(key, *index); !moved)
         return refused(key, "moved", moved.error());
     return CommandResult::ok();
@@ -249,9 +280,9 @@ CommandResult folder(const Args &input, LaunchpadViewModel &model)
         const QString name = args.takeFirst().trimmed();
         std::optional<qsizetype> preferred;
         if (slot) {
-            preferred = parseIndex(*slot);
+            preferred = parseGridIndex(*slot, model, "--slot", &error);
             if (!preferred)
-                return CommandResult::usage(QStringLiteral("--slot must be a cell number, got '%1'").arg(*slot));
+                return CommandResult::usage(error);
         }
         QStringList paths;
         for (const QString &arg : args) {
@@ -281,10 +312,12 @@ CommandResult folder(const Args &input, LaunchpadViewModel &model)
             if (!shape)
                 return CommandResult::usage(QStringLiteral("unknown folder grid '%1'; expected rows x columns such as 4x5").arg(*raw));
         }
-        const auto index = parseIndex(args.at(2), true);
-        if (!index)
-            return CommandResult::usage(QStringLiteral("INDEX must be a whole number, got '%1'").arg(args.at(2)));
         const QStringList shown = model.shownFolderSlots(*id);
+        // A folder's cells: its members' pages and one page more.
+        const qsizetype lastCell = shown.size() - 1 + FolderAppsGrids::cellsPerPage(shape.value_or(model.folderAppsGrid()));
+        const auto index = parseIndex(args.at(2));
+        if (!index || *index > lastCell)
+            return CommandResult::usage(QStringLiteral("INDEX must be a cell number from 0 to %1, got '%2'").arg(lastCell).arg(args.at(2)));
         QString key = args.at(1);
         if (!shown.contains(key)) {
             // Members may be stored with or without the "A:" prefix.
@@ -338,9 +371,9 @@ CommandResult widget(const Args &input, LaunchpadViewModel &model)
             return CommandResult::usage(QStringLiteral("unknown widget size '%1'; expected 2x2, 3x2, 2x3 or 3x3").arg(args.at(1)));
         std::optional<qsizetype> requested;
         if (slot) {
-            requested = parseIndex(*slot);
+            requested = parseGridIndex(*slot, model, "--slot", &error);
             if (!requested)
-                return CommandResult::usage(QStringLiteral("--slot must be a cell number, got '%1'").arg(*slot));
+                return CommandResult::usage(error);
         }
         const auto added = model.addWidget(args.at(0), *size, requested);
         if (!added)
@@ -359,9 +392,9 @@ CommandResult widget(const Args &input, LaunchpadViewModel &model)
             const auto removed = model.removeWidget(*id);
             return removed ? CommandResult::ok() : refused(QStringLiteral("the widget"), "removed", removed.error());
         }
-        const auto slot = parseIndex(args.at(1));
+        const auto slot = parseGridIndex(args.at(1), model, "SLOT", &error);
         if (!slot)
-            return CommandResult::usage(QStringLiteral("SLOT must be a cell number, got '%1'").arg(args.at(1)));
+            return CommandResult::usage(error);
         const auto moved = model.moveWidget(*id, *slot);
         return moved ? CommandResult::ok() : refused(QStringLiteral("the widget"), "moved", moved.error());
     }

@@ -140,7 +140,15 @@ private Q_SLOTS:
         QTest::newRow("unknown command") << QStringList{"frobnicate"};
         QTest::newRow("unknown option") << QStringList{"layout", "--xml"};
         QTest::newRow("missing argument") << QStringList{"move"};
-        QTest::newRow("index not a number") << QStringList{"move", "A:/nowhere.app", "x"};
+        QTest::newRow("index not a number") << QStringList{"move", "{Alpha}", "x"};
+        // Indices are checked before anything changes: no wrap-around, no
+        // thousands of empty pages, no negative cells.
+        QTest::newRow("index past the next page") << QStringList{"move", "{Alpha}", "80"};
+        QTest::newRow("index of 2^31 - 1") << QStringList{"move", "{Alpha}", "2147483647"};
+        QTest::newRow("index of 2^32 + 1") << QStringList{"move", "{Alpha}", "4294967297"};
+        QTest::newRow("negative index") << QStringList{"move", "{Alpha}", "-1"};
+        QTest::newRow("widget far away") << QStringList{"widget", "add", "clock", "2x2", "--slot", "99999"};
+        QTest::newRow("folder far away") << QStringList{"folder", "create", "F", "--slot", "1000000", "{Alpha}"};
         QTest::newRow("unknown app key") << QStringList{"place", "A:/nowhere/Ghost.app"};
         QTest::newRow("malformed key") << QStringList{"place", "A:  "};
         QTest::newRow("widget key moved as icon") << QStringList{"move", "W:6F1A2B3C-0000-4000-8000-000000000001", "3"};
@@ -159,6 +167,7 @@ private Q_SLOTS:
     void rejectedCommandsChangeNothing()
     {
         QFETCH(QStringList, args);
+        args.replaceInStrings(QStringLiteral("{Alpha}"), app(QStringLiteral("Alpha")));
         // A move onto its own cell changes nothing but stores the first layout
         // (reading commands store nothing).
         QCOMPARE(tillmora({"move", key("Alpha"), "0"}).exitCode, 0);
