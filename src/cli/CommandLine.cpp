@@ -112,6 +112,10 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
     if (verb && verb->layout)
         return finish(layoutCommand(*verb, args, catalogue));
     const QString command = args.value(0);
+    // A known verb with arguments it does not take says what it takes.
+    for (const Verbs::Verb &known : Verbs::all())
+        if (command == QLatin1String(known.name))
+            return finish(CommandResult::usage(Verbs::expected(known)));
     return finish(CommandResult::usage(QStringLiteral("unknown command or option '%1'; see 'tillmora --help'").arg(command)));
 }
 

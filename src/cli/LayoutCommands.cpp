@@ -7,11 +7,11 @@
 #include "layout/LayoutRefusal.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
+#include "foundation/WidgetItem.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 #include <limits>
 
@@ -219,6 +219,8 @@ CommandResult remove(const Args &args, LaunchpadViewModel &model)
     if (args.size() != 1)
         return CommandResult::usage(Verbs::expected("remove"));
     const QString key = normalisedKey(args.first());
+    if (SlotKey::isWidgetMarker(key))
+        return CommandResult::usage(QStringLiteral("widget keys are removed with 'tillmora widget remove ID'"));
     if (const auto removed = model.removeKey(key); !removed)
         return CommandResult::usage(unknownKey(key, removed.error())); // nothing changed
     return CommandResult::ok();
@@ -363,9 +365,9 @@ CommandResult widget(const Args &input, LaunchpadViewModel &model)
         const auto slot = takeOption(args, QStringLiteral("--slot"), &error);
         if (!error.isEmpty() || hasUnknownOption(args, &error) || args.size() != 2)
             return CommandResult::usage(error.isEmpty() ? QStringLiteral("expected 'widget add KIND SIZE [--slot N]'") : error);
-        static const QRegularExpression kindPattern(QStringLiteral("^[a-z][a-z0-9_-]*$"));
-        if (!kindPattern.match(args.at(0)).hasMatch())
-            return CommandResult::usage(QStringLiteral("KIND must be a lower-case word such as clock or date, got '%1'").arg(args.at(0)));
+        if (!WidgetKinds::known().contains(args.at(0)))
+            return CommandResult::usage(QStringLiteral("unknown widget kind '%1'; expected %2")
+                                            .arg(args.at(0), WidgetKinds::known().join(QStringLiteral(" or "))));
         const auto size = WidgetSizes::fromDimensions(args.at(1));
         if (!size)
             return CommandResult::usage(QStringLiteral("unknown widget size '%1'; expected 2x2, 3x2, 2x3 or 3x3").arg(args.at(1)));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 #include <QJsonObject>
 #include <QString>
 #include <QUuid>
@@ -15,6 +17,15 @@ QString caseName(WidgetSize size);                       // "size3x2"
 QString dimensions(WidgetSize size);                     // "3x2"
 std::optional<WidgetSize> fromCaseName(const QString &name);
 std::optional<WidgetSize> fromDimensions(const QString &text);
+}
+
+// The widget kinds the overlay can draw.
+namespace WidgetKinds {
+inline const QStringList &known()
+{
+    static const QStringList kinds{QStringLiteral("clock"), QStringLiteral("date")};
+    return kinds;
+}
 }
 
 // A widget on the grid. Its position is stored only as "W:"/"WB:" markers in

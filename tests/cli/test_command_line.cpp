@@ -147,6 +147,9 @@ private Q_SLOTS:
         QTest::newRow("index of 2^31 - 1") << QStringList{"move", "{Alpha}", "2147483647"};
         QTest::newRow("index of 2^32 + 1") << QStringList{"move", "{Alpha}", "4294967297"};
         QTest::newRow("negative index") << QStringList{"move", "{Alpha}", "-1"};
+        QTest::newRow("widget of an unknown kind") << QStringList{"widget", "add", "nonsense", "2x2"};
+        QTest::newRow("widget cell removed as an icon") << QStringList{"remove", "W:6F1A2B3C-0000-4000-8000-000000000001"};
+        QTest::newRow("bare verb with arguments") << QStringList{"toggle", "extra"};
         QTest::newRow("widget far away") << QStringList{"widget", "add", "clock", "2x2", "--slot", "99999"};
         QTest::newRow("folder far away") << QStringList{"folder", "create", "F", "--slot", "1000000", "{Alpha}"};
         QTest::newRow("unknown app key") << QStringList{"place", "A:/nowhere/Ghost.app"};
