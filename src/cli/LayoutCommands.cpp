@@ -147,6 +147,29 @@ std::optional<QUuid> findFolder(const LaunchpadViewModel &model, const QString &
 
 }
 
+// One field of plain output: tabs and newlines separate fields and lines,
+// so a name containing them (a desktop entry may) must not forge either.
+// Backslash escapes, as C writes them.
+QString plainField(const QString &text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        switch (c.unicode()) {
+        case u'\\': out += QLatin1String("\\\\"); break;
+        case u'\t': out += QLatin1String("\\t"); break;
+        case u'\n': out += QLatin1String("\\n"); break;
+        case u'\r': out += QLatin1String("\\r"); break;
+        default:
+            if (c.unicode() < 0x20 || c.unicode() == 0x7f)
+                out += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
+            else
+                out += c;
+        }
+    }
+    return out;
+}
+
 CommandResult apps(const Args &input, LaunchpadViewModel &model)
 {
     Args args = input;
@@ -162,7 +185,7 @@ CommandResult apps(const Args &input, LaunchpadViewModel &model)
     }
     QString out;
     for (const AppItem &app : model.apps())
-        out += app.path + u'\t' + app.displayName + u'\n';
+        out += plainField(app.path) + u'\t' + plainField(app.displayName) + u'\n';
     return CommandResult::ok(out);
 }
 
@@ -194,8 +217,7 @@ CommandResult layout(const Args &input, LaunchpadViewModel &model)
     for (int page = 0; page < model.pageCount(); ++page) {
         QStringList cells = model.pageKeys(page);
         for (QString &cell : cells)
-            if (cell.isEmpty())
-                cell = QStringLiteral("-");
+            cell = cell.isEmpty() ? QStringLiteral("-") : plainField(cell);
         out += cells.join(u'\t') + u'\n';
     }
     return CommandResult::ok(out);

@@ -272,6 +272,20 @@ private Q_SLOTS:
         QVERIFY(QJsonDocument::fromJson(storedBytes()).object().contains(QStringLiteral("futureKey")));
     }
 
+    // Plain output is one record per line, fields split by tabs: a name
+    // holding either cannot forge a line or a field.
+    void namesCannotForgeLinesOrFields()
+    {
+        CatalogueFixtures::makeBundle(apps, QStringLiteral("Forged.app"),
+                                      {QStringLiteral("org.example.Forged"), QStringLiteral("Evil\tName\n/forged\\x")});
+        const Run r = tillmora({"apps"});
+        QCOMPARE(r.exitCode, 0);
+        QCOMPARE(r.out.count(u'\n'), 6);
+        QVERIFY2(r.out.contains(app("Forged") + QStringLiteral("\tEvil\\tName\\n/forged\\\\x\n")), qPrintable(r.out));
+        for (const QString &line : r.out.split(u'\n', Qt::SkipEmptyParts))
+            QCOMPARE(line.count(u'\t'), 1);
+    }
+
     void defaultsReadAndWriteTypedValues()
     {
         QCOMPARE(tillmora({"defaults", "write", "hotKey.keyCode", "-int", "18"}).exitCode, 0);
