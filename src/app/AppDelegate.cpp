@@ -37,7 +37,10 @@ bool AppDelegate::applicationDidFinishLaunching()
             continue;
         qCCritical(lcApp, "Another Tillmora instance is already running (pid %d); activating it and quitting this one.",
                    int(instance.processId));
-        m_platform.activate(instance.processId);
+        // A start at login asked for nothing to be shown: the running copy
+        // is left as it is (its overlay stays hidden).
+        if (!m_launchedAsLoginItem)
+            m_platform.activate(instance.processId);
         m_platform.terminate();
         return false;
     }

@@ -32,16 +32,25 @@ class StartupTest : public QObject {
     };
 
 private Q_SLOTS:
+    void secondCopyActivatesTheFirstAndQuits_data()
+    {
+        QTest::addColumn<bool>("loginItem");
+        QTest::newRow("started by the user") << false;
+        // Started at login, it must not pop up the running copy's overlay.
+        QTest::newRow("started at login") << true;
+    }
     void secondCopyActivatesTheFirstAndQuits()
     {
+        QFETCH(bool, loginItem);
         Launch launch;
+        launch.platform.loginItem = loginItem;
         // Neither this process nor a copy on its way out counts.
         launch.platform.instances = {{launch.platform.pid, false}, {77, true}, {4242, false}};
         LogCapture log;
         QVERIFY(!launch.run());
         QVERIFY(log.contains(QStringLiteral(
             "Another Tillmora instance is already running (pid 4242); activating it and quitting this one.")));
-        QCOMPARE(launch.platform.activated, QList<qint64>{4242});
+        QCOMPARE(launch.platform.activated, loginItem ? QList<qint64>{} : QList<qint64>{4242});
         QCOMPARE(launch.platform.terminateCalls, 1);
         QVERIFY(!launch.delegate->windowController());
         QCOMPARE(launch.statusItems, 0);
