@@ -11,6 +11,7 @@
 #include "storage/FolderIconStyleRepository.h"
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
+#include "storage/RecentAppsService.h"
 #include "storage/OrderRepository.h"
 #include "storage/UserDefaultsStore.h"
 #include "storage/WidgetsRepository.h"
@@ -42,6 +43,7 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
     root.orderRepo = std::make_shared<OrderRepositoryImpl>(root.layoutStore);
     root.appearanceRepo = std::make_shared<AppearanceRepositoryImpl>(root.userDefaultsStore);
     root.hiddenAppsService = std::make_shared<HiddenAppsServiceImpl>(root.layoutStore);
+    root.recentAppsService = std::make_shared<RecentAppsServiceImpl>(root.userDefaultsStore);
     root.folderIconStyleRepo = std::make_shared<FolderIconStyleRepositoryImpl>(root.userDefaultsStore);
     root.widgetsRepo = std::make_shared<WidgetsRepositoryImpl>(root.layoutStore, root.fileSystemStore);
     root.appNameRepository = std::make_shared<AppNameRepositoryImpl>(root.userDefaultsStore);
@@ -60,6 +62,7 @@ LayoutServices CompositionRoot::layoutServices() const
     services.widgetsRepo = widgetsRepo;
     services.workflowsRepo = workflowsRepo;
     services.hiddenAppsService = hiddenAppsService;
+    services.recentAppsService = recentAppsService;
     services.preferences = userDefaultsStore;
     return services;
 }

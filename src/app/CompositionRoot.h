@@ -16,6 +16,7 @@ class FolderIconStyleRepositoryImpl;
 class FoldersRepositoryImpl;
 class HiddenAppsServiceImpl;
 class OrderRepositoryImpl;
+class RecentAppsServiceImpl;
 class UserDefaultsStore;
 class UserDefaultsStoreType;
 class WidgetsRepositoryImpl;
@@ -42,6 +43,7 @@ struct CompositionRoot {
     std::shared_ptr<UserDefaultsStore> userDefaultsStore;
     std::shared_ptr<FileSystemStore> fileSystemStore;
     std::shared_ptr<HiddenAppsServiceImpl> hiddenAppsService;
+    std::shared_ptr<RecentAppsServiceImpl> recentAppsService;
     std::shared_ptr<FolderIconStyleRepositoryImpl> folderIconStyleRepo;
     std::shared_ptr<WidgetsRepositoryImpl> widgetsRepo;
     std::shared_ptr<AppsCustomizationRepositoryImpl> appsCustomizationRepository;

@@ -123,6 +123,7 @@ inline constexpr char kHiddenRetrieved[] = "Retrieved %ld hidden apps";
 inline constexpr char kHiddenHid[] = "Hidden app: %s";
 inline constexpr char kHiddenShowed[] = "Showed app: %s";
 inline constexpr char kHiddenCleanup[] = "🗑️ [CLEANUP] Removed %ld deleted apps from hidden list";
+inline constexpr char kRecentCleanup[] = "🗑️ [CLEANUP] Removed %ld deleted apps from recently opened list";
 inline constexpr char kWidgetsDecodeFailed[] = "[Widgets] Failed to decode widgets: %s";
 inline constexpr char kWorkflowsNone[] = "No workflows data found";
 inline constexpr char kWorkflowsDecodeFailed[] = "Failed to decode workflows: %s";

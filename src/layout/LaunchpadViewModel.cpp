@@ -17,6 +17,7 @@
 #include "organise/WorkflowsRepository.h"
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
+#include "storage/RecentAppsService.h"
 #include "storage/OrderRepository.h"
 #include "storage/UserDefaultsStoreType.h"
 #include "storage/WidgetsRepository.h"
@@ -308,6 +309,8 @@ void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
         const QSet<QString> installed = AppReconciler::pathsOf(apps);
         AppReconciler::clearDeletedApps(edit, installed);
         m_services.hiddenAppsService->removeDeleted([&](const QString &p) { return installed.contains(p); });
+        if (m_services.recentAppsService)
+            m_services.recentAppsService->removeDeleted([&](const QString &p) { return installed.contains(p); });
         if (AppReconciler::removeDeletedAppsFromFolders(m_folders, edit, installed))
             save |= FoldersPart;
         AppReconciler::placeNewApps(edit, apps, m_folders, hidden);
@@ -757,4 +760,10 @@ LayoutResult<void> LaunchpadViewModel::removeWidget(const QUuid &id)
 qsizetype LaunchpadViewModel::findWidgetTopLeftIndex(const QUuid &id) const
 {
     return WidgetLayout::findWidgetTopLeftIndex(m_slots, id);
+}
+
+void LaunchpadViewModel::noteLaunched(const QString &path)
+{
+    if (m_services.recentAppsService)
+        m_services.recentAppsService->noteLaunched(path);
 }

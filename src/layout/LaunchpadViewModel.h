@@ -95,6 +95,8 @@ public:
     // NotHidden when the app is not hidden.
     LayoutResult<void> unhideApp(const QString &path);
     QSet<QString> hiddenApps() const;
+    // Remembers an app the user just opened (the recently opened list).
+    void noteLaunched(const QString &path);
 
     // --- Folders ---------------------------------------------------------
     LayoutResult<FolderItem> createFolder(const QString &name, const QStringList &appPaths,

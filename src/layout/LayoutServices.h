@@ -6,12 +6,13 @@ class AppsRepository;
 class FoldersRepository;
 class HiddenAppsService;
 class OrderRepository;
+class RecentAppsService;
 class UserDefaultsStoreType;
 class WidgetsRepository;
 class WorkflowsRepository;
 
 // What the layout model reads and writes through. Every repository is
-// required except the two marked optional.
+// required except those marked optional.
 struct LayoutServices {
     // Optional: without a catalogue the stored layout is loaded and repaired
     // but not reconciled with installed applications (nothing is scanned,
@@ -22,6 +23,8 @@ struct LayoutServices {
     std::shared_ptr<WidgetsRepository> widgetsRepo;
     std::shared_ptr<WorkflowsRepository> workflowsRepo;
     std::shared_ptr<HiddenAppsService> hiddenAppsService;
+    // Optional: the recently opened apps, pruned with the hidden list.
+    std::shared_ptr<RecentAppsService> recentAppsService;
     // Optional: the standard store, where the folder grid shape is kept.
     std::shared_ptr<UserDefaultsStoreType> preferences;
 };

@@ -9,6 +9,7 @@ inline constexpr const char *kAppOrder = "LaunchpadApp_AppOrder_v1";
 inline constexpr const char *kFolderOrder = "LaunchpadApp_FolderOrder_v1";
 inline constexpr const char *kCombinedOrder = "LaunchpadApp_CombinedOrder_v1";
 inline constexpr const char *kHiddenApps = "hiddenApps_v1";
+inline constexpr const char *kRecentApps = "recentApps";
 inline constexpr const char *kWidgets = "widgets_storage_v1";
 inline constexpr const char *kWorkflows = "workflows_storage_v1";
 inline constexpr const char *kCustomAppNames = "CustomAppNamesV1";

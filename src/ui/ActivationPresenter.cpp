@@ -40,6 +40,8 @@ void ActivationPresenter::activate(const QString &key)
     if (!result)
         qCWarning(lcApp, "Could not open %s: %s", qUtf8Printable(app->path), qUtf8Printable(result.error));
     m_lastError = result.ok ? QString() : result.error;
+    if (result)
+        m_layout.noteLaunched(app->path);
     Q_EMIT launched(app->path, result.ok, result.error);
     if (result)
         Q_EMIT opened();

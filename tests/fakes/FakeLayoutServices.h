@@ -5,6 +5,7 @@
 #include "organise/WorkflowsRepository.h"
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
+#include "storage/RecentAppsService.h"
 #include "storage/OrderRepository.h"
 #include "storage/WidgetsRepository.h"
 
@@ -108,6 +109,23 @@ public:
     }
 };
 
+class FakeRecentAppsService final : public RecentAppsService {
+public:
+    QStringList stored;
+    QStringList recentApps() const override { return stored; }
+    void noteLaunched(const QString &path) override
+    {
+        stored.removeAll(path);
+        stored.prepend(path);
+    }
+    qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override
+    {
+        const qsizetype before = stored.size();
+        stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
+        return before - stored.size();
+    }
+};
+
 // One of each, wired into the services the layout model takes.
 struct FakeLayoutServices {
     std::shared_ptr<FakeAppsRepository> apps = std::make_shared<FakeAppsRepository>();
@@ -116,6 +134,7 @@ struct FakeLayoutServices {
     std::shared_ptr<FakeWidgetsRepository> widgets = std::make_shared<FakeWidgetsRepository>();
     std::shared_ptr<FakeWorkflowsRepository> workflows = std::make_shared<FakeWorkflowsRepository>();
     std::shared_ptr<FakeHiddenAppsService> hidden = std::make_shared<FakeHiddenAppsService>();
+    std::shared_ptr<FakeRecentAppsService> recent = std::make_shared<FakeRecentAppsService>();
 
     LayoutServices services() const
     {
@@ -126,6 +145,7 @@ struct FakeLayoutServices {
         s.widgetsRepo = widgets;
         s.workflowsRepo = workflows;
         s.hiddenAppsService = hidden;
+        s.recentAppsService = recent;
         return s;
     }
 };

@@ -99,6 +99,7 @@ private Q_SLOTS:
         FolderItem mixed = folderOf("Mixed", {"B", "Gone2"});
         fx.fakes.folders->stored = {lonely, mixed};
         fx.fakes.hidden->stored = {path("Gone3")};
+        fx.fakes.recent->stored = {path("Gone5"), path("B")};
         fx.fakes.order->storedSlots = {appKey("Gone4"), lonely.key(), mixed.key()};
         auto &model = fx.load();
         QCOMPARE(model.slots(), QStringList({"", "", mixed.key()}));
@@ -106,6 +107,7 @@ private Q_SLOTS:
         QCOMPARE(model.folders().first().appPaths, QStringList({path("B")}));
         QCOMPARE(model.folders().first().slots, QStringList({path("B"), ""}));
         QVERIFY(fx.fakes.hidden->stored.isEmpty());
+        QCOMPARE(fx.fakes.recent->stored, QStringList{path("B")});
         QCOMPARE(fx.fakes.folders->stored, model.folders());
     }
 

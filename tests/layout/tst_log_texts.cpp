@@ -8,6 +8,7 @@
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
 #include "storage/MigrationService.h"
+#include "storage/RecentAppsService.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -286,6 +287,14 @@ class LogTextsTest : public QObject {
                  hidden.hiddenApps();
                  hidden.removeDeleted([](const QString &) { return false; });
              }},
+            {"recent apps",
+             [] {
+                 TempEnvironment env;
+                 RecentAppsServiceImpl recent(UserDefaultsStore::standard(env.configDir()));
+                 recent.noteLaunched("/a/A.app");
+                 recent.noteLaunched("/a/B.app");
+                 recent.removeDeleted([](const QString &p) { return p == "/a/B.app"; });
+             }},
             {"workflows repository",
              [] {
                  TempEnvironment env;
@@ -452,6 +461,7 @@ private Q_SLOTS:
         row("hidden apps", "Showed app: /a/B.app");
         row("hidden apps", "Retrieved 1 hidden apps");
         row("hidden apps", "🗑️ [CLEANUP] Removed 1 deleted apps from hidden list");
+        row("recent apps", "🗑️ [CLEANUP] Removed 1 deleted apps from recently opened list");
         row("workflows repository", "No workflows data found");
         row("workflows repository", "Saved 1 workflows");
         row("workflows repository", "Loaded 1 workflows");

@@ -11,6 +11,7 @@
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
 #include "storage/OrderRepository.h"
+#include "storage/RecentAppsService.h"
 #include "storage/UserDefaultsStore.h"
 #include "storage/WidgetsRepository.h"
 
@@ -83,6 +84,22 @@ private Q_SLOTS:
         QVERIFY(workflows.load().isEmpty());
         workflows.save({});
         QCOMPARE(QJsonDocument::fromJson(*reopened->data(QStringLiteral("workflows_storage_v1.unreadable"))).array().size(), 1);
+    }
+
+    void recentAppsAreNewestFirstWithoutRepeatsAndBounded()
+    {
+        TempEnvironment env;
+        RecentAppsServiceImpl recent(openStore(env));
+        for (int i = 0; i < RecentAppsServiceImpl::kLimit + 5; ++i)
+            recent.noteLaunched(QStringLiteral("/a/%1.app").arg(i));
+        recent.noteLaunched(QStringLiteral("/a/10.app")); // again: moves to the front, once
+        const QStringList list = recent.recentApps();
+        QCOMPARE(list.size(), RecentAppsServiceImpl::kLimit);
+        QCOMPARE(list.first(), QStringLiteral("/a/10.app"));
+        QCOMPARE(list.count(QStringLiteral("/a/10.app")), 1);
+        QCOMPARE(list.at(1), QStringLiteral("/a/%1.app").arg(RecentAppsServiceImpl::kLimit + 4));
+        QCOMPARE(recent.removeDeleted([](const QString &p) { return p != QStringLiteral("/a/10.app"); }), 1);
+        QVERIFY(!RecentAppsServiceImpl(openStore(env)).recentApps().contains(QStringLiteral("/a/10.app")));
     }
 
     void foldersRoundTripAndDecodeDefaults()
