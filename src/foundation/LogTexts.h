@@ -17,6 +17,7 @@ inline constexpr char kSanitizeMalformed[] = "🧹 [SANITIZE LOG] Removed %ld ma
 inline constexpr char kSanitizeFolderMembers[] = "🧹 [SANITIZE LOG] Cleared %ld stale folder-member app keys from slots";
 inline constexpr char kSanitizeSaving[] = "🧹 [SANITIZE LOG] Cleaned malformed slot keys on load; saving sanitized slots";
 inline constexpr char kSanitizeWidgets[] = "🧹 [SANITIZE LOG] Cleared %ld orphaned widget markers from slots";
+inline constexpr char kSanitizeUnreachable[] = "🧹 [SANITIZE LOG] Placed %ld folders and widgets that stood on no cell";
 inline constexpr char kSanitizeWorkflows[] = "🧹 [SANITIZE LOG] Cleared %ld orphaned workflow markers from slots";
 inline constexpr char kNoCatalogue[] = "No application catalogue; the stored layout is kept without a scan";
 inline constexpr char kFetchedApps[] = "Fetched %ld apps";

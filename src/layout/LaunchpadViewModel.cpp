@@ -318,6 +318,9 @@ void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
     }
     if (AppReconciler::clearHiddenApps(edit, hidden) > 0)
         save |= SlotsPart;
+    // After every clean-up: nothing the user made may be left without a cell.
+    if (LayoutSanitizer::placeUnreachable(edit, m_folders, m_widgets, m_geometry) > 0)
+        save |= SlotsPart;
     commit(edit, save);
     finishLoading();
 }

@@ -4,6 +4,8 @@
 #include "foundation/LogTexts.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
+#include "layout/SlotEdits.h"
+#include "layout/WidgetLayout.h"
 
 namespace LayoutSanitizer {
 
@@ -133,6 +135,29 @@ qsizetype clearOrphanWorkflowKeysInFolders(QList<FolderItem> &folders, const QLi
         }
     }
     return cleared;
+}
+
+qsizetype placeUnreachable(SlotEdit &edit, const QList<FolderItem> &folders, const QList<WidgetItem> &widgets,
+                           const PageGeometry &geometry)
+{
+    qsizetype placed = 0;
+    const QSet<QString> onGrid(edit.slots().cbegin(), edit.slots().cend());
+    for (const FolderItem &folder : folders) {
+        if (onGrid.contains(folder.key()))
+            continue;
+        SlotEdits::insertKey(edit, folder.key());
+        ++placed;
+    }
+    for (const WidgetItem &widget : widgets) {
+        if (WidgetLayout::findWidgetTopLeftIndex(edit.slots(), widget.id) >= 0
+            || !WidgetLayout::fitsAnyPage(widget.size, geometry))
+            continue;
+        if (WidgetLayout::place(edit, widget, WidgetLayout::firstFreeAnchor(edit.slots(), widget.size, geometry), geometry))
+            ++placed;
+    }
+    if (placed > 0)
+        qCDebug(lcLayout, LogTexts::kSanitizeUnreachable, long(placed));
+    return placed;
 }
 
 }

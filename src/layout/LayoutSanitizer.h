@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/GridRecords.h"
+#include "layout/PageGeometry.h"
 #include "layout/SlotEdit.h"
 #include "foundation/WidgetItem.h"
 #include "organise/WorkflowItem.h"
@@ -26,6 +27,12 @@ qsizetype clearOrphanWorkflowKeysInFolders(QList<FolderItem> &folders, const QLi
 
 // Shared look-ups.
 QSet<QString> folderMemberPaths(const QList<FolderItem> &folders);
+// Folders and widgets that stand on no cell (a lost or hand-edited slot
+// list) cannot be reached from the overlay: each goes back on the grid by
+// the insert rule (a widget at the first free rectangle, when it fits a
+// page at all). Returns how many were placed.
+qsizetype placeUnreachable(SlotEdit &edit, const QList<FolderItem> &folders, const QList<WidgetItem> &widgets,
+                           const PageGeometry &geometry);
 // Upper-cased id text of a folder, widget or workflow key, as record ids are compared.
 QString normalisedId(const QString &key);
 template <typename Record>

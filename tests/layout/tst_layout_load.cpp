@@ -41,11 +41,26 @@ private Q_SLOTS:
         Fixture fx;
         fx.fakes.apps->setApps(apps({"A", "B", "C", "D"}));
         fx.fakes.hidden->stored = {path("B")};
-        fx.fakes.folders->stored = {folderOf("F", {"C"})};
+        const FolderItem folder = folderOf("F", {"C"});
+        fx.fakes.folders->stored = {folder};
         auto &model = fx.load();
-        QCOMPARE(model.slots(), QStringList({appKey("A"), appKey("D")}));
+        // The stored folder stood on no cell; it is put where the overlay can reach it.
+        QCOMPARE(model.slots(), QStringList({appKey("A"), appKey("D"), folder.key()}));
         QCOMPARE(fx.fakes.order->storedSlots, model.slots());
         QCOMPARE(model.apps().size(), 4);
+    }
+
+    void aWidgetOnNoCellGoesBackOnTheGrid()
+    {
+        Fixture fx;
+        const WidgetItem clock{QUuid::createUuid(), QStringLiteral("clock"), WidgetSize::size2x2, {}};
+        fx.fakes.widgets->stored = {clock};
+        auto &model = fx.load({appKey("A"), appKey("B")}, {"A", "B"});
+        const qsizetype anchor = model.findWidgetTopLeftIndex(clock.id);
+        QVERIFY(anchor >= 0);
+        QCOMPARE(model.slots().count(appKey("A")), 1);
+        QCOMPARE(model.slots().count(appKey("B")), 1);
+        QCOMPARE(fx.fakes.order->storedSlots, model.slots());
     }
 
     void malformedAndDuplicateKeysBecomeEmptyCells()

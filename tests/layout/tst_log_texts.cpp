@@ -96,6 +96,17 @@ class LogTextsTest : public QObject {
              }},
 
             // --- loading
+            {"unreachable",
+             [] {
+                 Fixture fx;
+                 FolderItem lost;
+                 lost.id = QUuid::createUuid();
+                 lost.name = "Lost";
+                 lost.appPaths = lost.slots = {path("B")};
+                 fx.fakes.folders->stored = {lost};
+                 fx.fakes.widgets->stored = {WidgetItem{QUuid::createUuid(), "clock", WidgetSize::size2x2, {}}};
+                 fx.load({appKey("A")}, {"A", "B"});
+             }},
             {"load",
              [] {
                  Fixture fx;
@@ -386,6 +397,7 @@ private Q_SLOTS:
         row("load", "🧹 [SANITIZE LOG] Cleaned malformed slot keys on load; saving sanitized slots");
         row("load", "🧹 [SANITIZE LOG] Cleared 2 orphaned widget markers from slots");
         row("load", "🧹 [SANITIZE LOG] Cleared 1 orphaned workflow markers from slots");
+        row("unreachable", "🧹 [SANITIZE LOG] Placed 2 folders and widgets that stood on no cell");
         row("load", "Fetched 2 apps");
         row("load", "Slots not empty, cleaning up and syncing with current apps");
         row("first layout", "Slots empty, initializing from apps");
