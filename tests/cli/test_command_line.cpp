@@ -329,6 +329,18 @@ private Q_SLOTS:
                                   launcherLog.right(2000).constData(), 5000);
         QCOMPARE(tillmora({"toggle"}).exitCode, 0);
         QCOMPARE(tillmora({"place", "A:/nowhere/Ghost.app"}).exitCode, 2);
+
+        // An answer means the change is on disk: killed right after, the
+        // launcher loses nothing it acknowledged.
+        const Run created = tillmora({"folder", "create", "Before", app("Alpha")});
+        QCOMPARE(created.exitCode, 0);
+        const QString id = created.out.trimmed();
+        QCOMPARE(tillmora({"folder", "rename", id, "After"}).exitCode, 0);
+        launcher.kill();
+        launcher.waitForFinished(10000);
+        const QJsonArray folders = layoutJson()["folders"].toArray();
+        QCOMPARE(folders.size(), 1);
+        QCOMPARE(folders.first().toObject().value(QStringLiteral("name")).toString(), QStringLiteral("After"));
     }
 
     // Which verbs --help lists is the verb table's business (tst_verbs).
