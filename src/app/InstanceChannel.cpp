@@ -11,13 +11,58 @@
 #include <QLockFile>
 #include <QPointer>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr int kProbeTimeoutMs = 2000;
+// A request is one short JSON line; anything longer is not ours.
+constexpr qint64 kMaxRequestBytes = 1024 * 1024;
+// Clients at once, and how long one may sit without sending a request.
+constexpr int kMaxClients = 32;
+constexpr int kIdleClientMs = 10000;
+
+// The uid of the process at the other end of a connected socket.
+std::optional<uid_t> peerUser(const QLocalSocket &socket)
+{
+#ifdef SO_PEERCRED
+    struct ucred credentials {};
+    socklen_t length = sizeof credentials;
+    if (getsockopt(int(socket.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &credentials, &length) == 0)
+        return credentials.uid;
+#endif
+    return std::nullopt;
+}
+
+bool isOwnUser(const QLocalSocket &socket)
+{
+    const auto uid = peerUser(socket);
+    return uid && *uid == getuid();
+}
+
+// The socket's folder must be a real folder of this user that nobody else
+// can enter: otherwise another local user could answer in our place. A
+// missing folder is made so.
+bool securedFolder(const QString &folder)
+{
+    const QByteArray path = QFile::encodeName(folder);
+    struct stat info {};
+    if (::lstat(path.constData(), &info) != 0) {
+        if (!QDir().mkpath(QFileInfo(folder).absolutePath()) || ::mkdir(path.constData(), 0700) != 0
+            || ::lstat(path.constData(), &info) != 0)
+            return false;
+    }
+    if (!S_ISDIR(info.st_mode) || info.st_uid != getuid() || (info.st_mode & 077) != 0) {
+        qCWarning(lcApp, "Refusing the socket folder %s: it must be a folder of this user that only this user can open",
+                  qUtf8Printable(folder));
+        return false;
+    }
+    return true;
+}
 
 QByteArray line(const QJsonObject &object)
 {
@@ -39,7 +84,7 @@ qint64 peerProcessId(const QLocalSocket &socket)
 std::optional<QJsonObject> readReply(QLocalSocket &socket, int timeoutMs)
 {
     while (!socket.canReadLine()) {
-        if (!socket.waitForReadyRead(timeoutMs))
+        if (socket.bytesAvailable() > kMaxRequestBytes || !socket.waitForReadyRead(timeoutMs))
             return std::nullopt;
     }
     const QJsonDocument doc = QJsonDocument::fromJson(socket.readLine());
@@ -64,9 +109,11 @@ InstanceChannel::~InstanceChannel()
 
 QString InstanceChannel::defaultSocketPath()
 {
-    QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (runtime.isEmpty())
-        runtime = QDir::tempPath() + QStringLiteral("/tillmora-%1").arg(getuid());
+    // Without XDG_RUNTIME_DIR, a folder of our own under the temp folder
+    // (checked before use: see securedFolder).
+    const QString runtime = qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")
+                                ? QDir::tempPath() + QStringLiteral("/tillmora-%1").arg(getuid())
+                                : QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     return runtime + QStringLiteral("/tillmora/instance.sock");
 }
 
@@ -79,7 +126,7 @@ std::optional<InstanceChannel::Peer> InstanceChannel::probe() const
 {
     QLocalSocket socket;
     socket.connectToServer(m_socketPath);
-    if (!socket.waitForConnected(kProbeTimeoutMs))
+    if (!socket.waitForConnected(kProbeTimeoutMs) || !isOwnUser(socket))
         return std::nullopt;
     Peer peer;
     peer.processId = peerProcessId(socket);
@@ -95,9 +142,11 @@ std::optional<InstanceChannel::Peer> InstanceChannel::probe() const
 
 std::optional<InstanceChannel::Peer> InstanceChannel::claimOrFindRunning()
 {
-    QDir().mkpath(QFileInfo(m_socketPath).absolutePath());
-    QFile::setPermissions(QFileInfo(m_socketPath).absolutePath(),
-                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const QString folder = QFileInfo(m_socketPath).absolutePath();
+    // Without XDG_RUNTIME_DIR the parent is ours in the temp folder: check it too.
+    if ((folder.startsWith(QDir::tempPath() + u'/') && !securedFolder(QFileInfo(folder).absolutePath()))
+        || !securedFolder(folder))
+        return std::nullopt;
     QLockFile lock(m_socketPath + QStringLiteral(".lock"));
     lock.setStaleLockTime(10000);
     if (!lock.tryLock(10000))
@@ -123,9 +172,34 @@ void InstanceChannel::acceptConnections()
 {
     while (QLocalSocket *socket = m_server->nextPendingConnection()) {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
+        // Only this user's processes, only so many at once.
+        if (!isOwnUser(*socket) || m_clients >= kMaxClients) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        ++m_clients;
+        connect(socket, &QObject::destroyed, this, [this] { --m_clients; });
+        // A client that sends nothing is dropped; once it asked, it may wait.
+        auto *idle = new QTimer(socket);
+        idle->setSingleShot(true);
+        connect(idle, &QTimer::timeout, socket, &QLocalSocket::abort);
+        idle->start(kIdleClientMs);
+        connect(socket, &QLocalSocket::readyRead, this, [this, socket, idle] {
+            if (!socket->canReadLine() && socket->bytesAvailable() > kMaxRequestBytes) {
+                qCWarning(lcApp, "Dropped a client whose request exceeded %lld bytes", kMaxRequestBytes);
+                socket->abort();
+                return;
+            }
+            if (socket->canReadLine())
+                idle->stop();
             while (socket->canReadLine()) {
-                const QJsonObject request = QJsonDocument::fromJson(socket->readLine()).object();
+                const QByteArray text = socket->readLine(kMaxRequestBytes + 1);
+                if (text.size() > kMaxRequestBytes || !text.endsWith('\n')) {
+                    socket->abort();
+                    return;
+                }
+                const QJsonObject request = QJsonDocument::fromJson(text).object();
                 QPointer<QLocalSocket> target(socket);
                 const Reply reply = [target](const QJsonObject &answer) {
                     if (!target)
@@ -148,7 +222,9 @@ std::optional<QJsonObject> InstanceChannel::send(const QString &socketPath, cons
 {
     QLocalSocket socket;
     socket.connectToServer(socketPath);
-    if (!socket.waitForConnected(timeoutMs))
+    // Another user's process behind our socket path must not hear our
+    // arguments, nor answer for the launcher.
+    if (!socket.waitForConnected(timeoutMs) || !isOwnUser(socket))
         return std::nullopt;
     socket.write(line(request));
     socket.flush();

@@ -54,4 +54,5 @@ private:
     QLocalServer *m_server = nullptr;
     Handler m_handler;
     bool m_terminating = false;
+    int m_clients = 0;
 };

@@ -4,7 +4,10 @@
 #include "common/TempEnvironment.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
+#include <QLocalSocket>
+#include <QScopeGuard>
 #include <QProcess>
 #include <QTest>
 
@@ -79,6 +82,51 @@ private Q_SLOTS:
         InstanceChannel channel(socket);
         QVERIFY(!channel.claimOrFindRunning());
         QVERIFY(channel.isListening());
+    }
+
+    // The socket's folder must be this user's alone: a folder others can
+    // enter (or a link planted in its place) is refused, not used.
+    void aSocketFolderOthersCanEnterIsRefused()
+    {
+        TempEnvironment env;
+        const QString folder = env.runtimeDir() + QStringLiteral("/tillmora");
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(QFile::setPermissions(folder, QFileDevice::Permissions(0x7777)));
+        InstanceChannel open(folder + QStringLiteral("/instance.sock"));
+        QVERIFY(!open.claimOrFindRunning());
+        QVERIFY(!open.isListening());
+
+        const QString planted = env.runtimeDir() + QStringLiteral("/planted");
+        QVERIFY(QDir().mkpath(planted));
+        QVERIFY(QFile::link(planted, env.runtimeDir() + QStringLiteral("/linked")));
+        InstanceChannel linked(env.runtimeDir() + QStringLiteral("/linked/instance.sock"));
+        QVERIFY(!linked.claimOrFindRunning());
+        QVERIFY(!linked.isListening());
+    }
+
+    // A client that floods the launcher with one endless line is dropped,
+    // and the launcher goes on answering others.
+    void anOversizedRequestIsDroppedAndTheServerStaysUp()
+    {
+        TempEnvironment env;
+        const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        QProcess *owner = startClaim(this, socket, 60000);
+        QVERIFY(owner->waitForReadyRead(10000));
+        QVERIFY(owner->readAllStandardOutput().startsWith("primary"));
+        const auto stop = qScopeGuard([owner] {
+            owner->kill();
+            owner->waitForFinished();
+        });
+        QLocalSocket flood;
+        flood.connectToServer(socket);
+        QVERIFY(flood.waitForConnected(5000));
+        const QByteArray chunk(256 * 1024, 'x');
+        for (int i = 0; i < 12 && flood.state() == QLocalSocket::ConnectedState; ++i) {
+            flood.write(chunk);
+            flood.waitForBytesWritten(2000);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(flood.state(), QLocalSocket::UnconnectedState, 10000);
+        QVERIFY(InstanceChannel::send(socket, {{"command", "hello"}}, 5000).has_value());
     }
 
     void secondExecutableHandsOverAndQuits()
