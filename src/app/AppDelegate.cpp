@@ -45,6 +45,9 @@ bool AppDelegate::applicationDidFinishLaunching()
         return false;
     }
 
+    // The launcher never waits for the disk or another process's lock on its
+    // UI thread; its commands are answered once their change is on disk.
+    UserDefaultsStore::setBackgroundWrites(true);
     purgeLegacyCachesOnce();
     m_platform.registerFonts();
     RegisteredDefaults::registerAll();
@@ -93,7 +96,9 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
 
 void AppDelegate::applicationWillTerminate()
 {
-    // Every repository writes through; only the store's pending writes are flushed.
+    // Every repository writes through; only the store's pending writes are
+    // flushed, and here the last ones are waited for.
+    UserDefaultsStore::setBackgroundWrites(false);
     if (m_windowController)
         m_windowController->composition().userDefaultsStore->synchronize();
 }

@@ -19,20 +19,22 @@ QJsonObject toJson(const CommandResult &result)
     return {{"exitCode", result.exitCode}, {"out", result.out}, {"err", result.err}};
 }
 
-// The reply is sent only once the change is on disk, with the save's outcome.
-CommandResult runAndSave(const QStringList &args, LaunchpadWindowController &controller)
+// The reply is sent only once the change is on disk, with the save's outcome;
+// the overlay goes on meanwhile, however long the disk or a lock takes.
+void runAndSave(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
     const CommandResult result = LayoutCommands::run(args, *controller.layout());
-    UserDefaultsStoreType &store = *controller.composition().userDefaultsStore;
-    const bool saved = store.synchronize();
-    return CommandResult::saved(result, saved, store.lastError());
+    controller.composition().userDefaultsStore->synchronizeInBackground(
+        &controller, [result, reply](bool saved, const QString &error) {
+            reply(toJson(CommandResult::saved(result, saved, error)));
+        });
 }
 
 void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
     LaunchpadViewModel *model = controller.layout();
     if (!model->isLoading()) {
-        reply(toJson(runAndSave(args, controller)));
+        runAndSave(args, controller, reply);
         return;
     }
     // Commands act on the reconciled layout, never on a half-loaded one.
@@ -42,7 +44,7 @@ void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controlle
         if (model->isLoading())
             return;
         QObject::disconnect(*connection);
-        reply(toJson(runAndSave(args, *owner)));
+        runAndSave(args, *owner, reply);
     });
 }
 

@@ -14,6 +14,7 @@
 #include <QSaveFile>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace DomainFile {
@@ -197,7 +198,17 @@ std::optional<Content> read(const QString &path, QString *error)
     return parse(*bytes, path);
 }
 
-bool write(const QString &path, const Changes &changes, Content *merged, QString *error)
+std::optional<Stamp> stampOf(const QString &path)
+{
+    struct stat info {};
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return std::nullopt;
+    return Stamp{quint64(info.st_ino), qint64(info.st_size),
+                 qint64(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec};
+}
+
+bool write(const QString &path, const Changes &changes, Content *merged, QString *error,
+           std::optional<Stamp> *written)
 {
     if (!ensurePrivateFolder(QFileInfo(path).absolutePath(), error))
         return false;
@@ -223,6 +234,8 @@ bool write(const QString &path, const Changes &changes, Content *merged, QString
     const QByteArray out = serialize(content);
     if (out != *bytes && !saveBytes(path, out, error))
         return false;
+    if (written)
+        *written = stampOf(path);
     *merged = std::move(content);
     return true;
 }

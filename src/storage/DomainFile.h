@@ -40,9 +40,21 @@ std::optional<QByteArray> readBytes(const QString &path, QString *error);
 // Reads the file as it is now (no lock: writers rename whole files).
 std::optional<Content> read(const QString &path, QString *error);
 
+// Which version of the file is on disk: a rename gives a new inode, a
+// rewrite a new time or size.
+struct Stamp {
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 modifiedNs = 0;
+    bool operator==(const Stamp &) const = default;
+};
+std::optional<Stamp> stampOf(const QString &path);
+
 // Applies changes under the lock and writes. On success *merged holds what
-// the file now contains. On failure nothing on disk changed.
-bool write(const QString &path, const Changes &changes, Content *merged, QString *error);
+// the file now contains and *written (when given) its stamp, taken under the
+// lock. On failure nothing on disk changed.
+bool write(const QString &path, const Changes &changes, Content *merged, QString *error,
+           std::optional<Stamp> *written = nullptr);
 
 // How long a writer waits for another writer's lock before giving up.
 inline constexpr int kLockTimeoutMs = 3000;

@@ -7,10 +7,14 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QHash>
 #include <QMutex>
 #include <QStandardPaths>
 #include <QThread>
+#include <QPointer>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <atomic>
@@ -48,11 +52,26 @@ DomainFile::Content readOrEmpty(const QString &path)
 }
 
 struct UserDefaultsStore::Shared {
-    QRecursiveMutex mutex;
+    explicit Shared(QString file) : path(std::move(file)) {}
+
+    const QString path;
+    QRecursiveMutex mutex; // guards everything below
     // What the file held when last read or written.
     std::optional<DomainFile::Content> content;
     DomainFile::Changes pending;
+    // Bumped by every change of a key, so a write that finishes knows which
+    // pending changes it carried and which came after it started.
+    QHash<QString, quint64> pendingGeneration;
+    quint64 generation = 0;
     bool flushScheduled = false;
+    int failedFlushes = 0;
+    // The version of the file `content` came from, when known: seeing it
+    // again is no news.
+    std::optional<DomainFile::Stamp> knownStamp;
+    // One write of this file at a time in this process; file work happens
+    // outside `mutex`, so readers never wait for the disk or another
+    // process's lock.
+    QMutex writeMutex;
 
     static std::shared_ptr<Shared> forFile(const QString &path)
     {
@@ -61,12 +80,105 @@ struct UserDefaultsStore::Shared {
         QMutexLocker lock(&registryMutex);
         std::shared_ptr<Shared> shared = registry.value(path).lock();
         if (!shared) {
-            shared = std::make_shared<Shared>();
+            shared = std::make_shared<Shared>(path);
             registry.insert(path, shared);
         }
         return shared;
     }
+
+    // Writes what is pending now. Changes made meanwhile stay pending.
+    bool writePending(QString *error)
+    {
+        QMutexLocker writing(&writeMutex);
+        DomainFile::Changes changes;
+        QHash<QString, quint64> generations;
+        {
+            QMutexLocker lock(&mutex);
+            changes = pending;
+            generations = pendingGeneration;
+        }
+        if (changes.isEmpty())
+            return true;
+        DomainFile::Content merged;
+        std::optional<DomainFile::Stamp> stamp;
+        if (!DomainFile::write(path, changes, &merged, error, &stamp)) {
+            qCWarning(lcPersistence, "Settings file %s could not be written: %s", qUtf8Printable(path),
+                      qUtf8Printable(*error));
+            return false;
+        }
+        QMutexLocker lock(&mutex);
+        for (auto it = generations.cbegin(); it != generations.cend(); ++it) {
+            if (pendingGeneration.value(it.key()) == it.value()) {
+                pending.remove(it.key());
+                pendingGeneration.remove(it.key());
+            }
+        }
+        content = std::move(merged);
+        knownStamp = stamp;
+        return true;
+    }
 };
+
+namespace {
+
+std::atomic<bool> s_backgroundWrites{false};
+
+// File work of the launcher's stores: one thread, so writes keep their order
+// and a slow disk or a stalled lock holds up nothing but other writes.
+QThreadPool &writerPool()
+{
+    static QThreadPool *pool = [] {
+        auto *p = new QThreadPool;
+        p->setMaxThreadCount(1);
+        p->setObjectName(QStringLiteral("settings.writer"));
+        return p;
+    }();
+    return *pool;
+}
+
+// Runs on the main thread (or nowhere, when the application is gone).
+void onMainThread(std::function<void()> work)
+{
+    if (QCoreApplication *app = QCoreApplication::instance())
+        QMetaObject::invokeMethod(app, std::move(work), Qt::QueuedConnection);
+}
+
+void writeInBackground(const std::shared_ptr<UserDefaultsStore::Shared> &shared);
+
+// A failed background write is retried, less often the longer it fails;
+// the changes stay pending and readable meanwhile.
+void retryLater(const std::weak_ptr<UserDefaultsStore::Shared> &weak, int failures)
+{
+    const int delayMs = std::min(30000, 500 << std::min(failures, 6));
+    onMainThread([weak, delayMs] {
+        QTimer::singleShot(delayMs, QCoreApplication::instance(), [weak] {
+            if (const auto shared = weak.lock())
+                writeInBackground(shared);
+        });
+    });
+}
+
+void writeInBackground(const std::shared_ptr<UserDefaultsStore::Shared> &shared)
+{
+    writerPool().start([shared] {
+        {
+            QMutexLocker lock(&shared->mutex);
+            shared->flushScheduled = false;
+        }
+        if (s_readOnly)
+            return;
+        QString error;
+        const bool ok = shared->writePending(&error);
+        QMutexLocker lock(&shared->mutex);
+        shared->failedFlushes = ok ? 0 : shared->failedFlushes + 1;
+        if (!ok && !shared->flushScheduled && !shared->pending.isEmpty()) {
+            shared->flushScheduled = true;
+            retryLater(shared, shared->failedFlushes);
+        }
+    });
+}
+
+}
 
 UserDefaultsStore::UserDefaultsStore(const QString &domainName, std::optional<QString> persistentDomainName,
                                      const QString &directory)
@@ -81,9 +193,12 @@ UserDefaultsStore::UserDefaultsStore(const QString &domainName, std::optional<QS
 
 UserDefaultsStore::~UserDefaultsStore()
 {
-    QMutexLocker lock(&m_shared->mutex);
-    if (!s_readOnly && !m_shared->pending.isEmpty())
-        synchronize();
+    // Waits for the disk even in the launcher: this runs at exit, and what
+    // the user changed last must not be lost.
+    if (s_readOnly)
+        return;
+    QString error;
+    m_shared->writePending(&error);
 }
 
 std::shared_ptr<UserDefaultsStore> UserDefaultsStore::standard(const QString &directory)
@@ -125,8 +240,11 @@ QString UserDefaultsStore::fileName() const
 // Callers hold the shared mutex.
 const DomainFile::Content &UserDefaultsStore::content() const
 {
-    if (!m_shared->content)
+    if (!m_shared->content) {
+        // Stamped before reading: a change in between is seen again later.
+        m_shared->knownStamp = DomainFile::stampOf(m_fileName);
         m_shared->content = readOrEmpty(m_fileName);
+    }
     return *m_shared->content;
 }
 
@@ -156,17 +274,29 @@ void UserDefaultsStore::change(const QString &key, std::optional<QVariant> value
 {
     QMutexLocker lock(&m_shared->mutex);
     m_shared->pending.insert(key, std::move(value));
+    m_shared->pendingGeneration.insert(key, ++m_shared->generation);
     // Written soon even if nobody asks, as the platform's settings stores do;
     // without an event loop, at the next synchronize() or at destruction.
+    // The changes of one turn of the event loop are written together.
     if (s_readOnly || m_shared->flushScheduled || !QCoreApplication::instance()
         || !QAbstractEventDispatcher::instance(QThread::currentThread()))
         return;
     m_shared->flushScheduled = true;
-    QTimer::singleShot(0, m_flushContext.get(), [this] {
-        QMutexLocker lock(&m_shared->mutex);
-        m_shared->flushScheduled = false;
-        if (!m_shared->pending.isEmpty())
-            synchronize();
+    std::weak_ptr<Shared> weak = m_shared;
+    QTimer::singleShot(0, m_flushContext.get(), [weak] {
+        const auto shared = weak.lock();
+        if (!shared)
+            return;
+        if (s_backgroundWrites) {
+            writeInBackground(shared);
+            return;
+        }
+        {
+            QMutexLocker lock(&shared->mutex);
+            shared->flushScheduled = false;
+        }
+        QString error;
+        shared->writePending(&error);
     });
 }
 
@@ -260,28 +390,115 @@ void UserDefaultsStore::removeObject(const QString &key)
 
 bool UserDefaultsStore::synchronize()
 {
-    QMutexLocker lock(&m_shared->mutex);
     if (s_readOnly) {
         m_lastError.clear();
         return true; // nothing is meant to reach the disk
     }
-    if (m_shared->pending.isEmpty()) {
-        // Nothing to write: pick up what other processes wrote meanwhile.
-        m_shared->content.reset();
+    if (s_backgroundWrites) {
+        // Never wait for the disk here: the write is queued, retried until
+        // it succeeds, and failures are logged.
         m_lastError.clear();
+        QMutexLocker lock(&m_shared->mutex);
+        if (!m_shared->pending.isEmpty() && !m_shared->flushScheduled) {
+            m_shared->flushScheduled = true;
+            writeInBackground(m_shared);
+        }
         return true;
     }
-    DomainFile::Content merged;
+    {
+        QMutexLocker lock(&m_shared->mutex);
+        if (m_shared->pending.isEmpty()) {
+            // Nothing to write: pick up what other processes wrote meanwhile.
+            m_shared->content.reset();
+            m_lastError.clear();
+            return true;
+        }
+    }
     QString error;
-    if (!DomainFile::write(m_fileName, m_shared->pending, &merged, &error)) {
-        // The changes stay pending (and readable here); a later call retries.
+    if (!m_shared->writePending(&error)) {
         m_lastError = error;
-        qCWarning(lcPersistence, "Settings file %s could not be written: %s", qUtf8Printable(m_fileName),
-                  qUtf8Printable(error));
         return false;
     }
-    m_shared->pending.clear();
-    m_shared->content = std::move(merged);
     m_lastError.clear();
     return true;
+}
+
+void UserDefaultsStore::synchronizeInBackground(QObject *context, SaveDone done)
+{
+    if (s_readOnly) {
+        done(true, QString());
+        return;
+    }
+    QPointer<QObject> guard(context);
+    std::shared_ptr<Shared> shared = m_shared;
+    writerPool().start([shared, guard, done = std::move(done)] {
+        QString error;
+        const bool ok = shared->writePending(&error);
+        onMainThread([guard, done, ok, error] {
+            if (guard)
+                done(ok, error);
+        });
+    });
+}
+
+void UserDefaultsStore::setBackgroundWrites(bool background)
+{
+    s_backgroundWrites = background;
+}
+
+void UserDefaultsStore::watchExternalChanges(QObject *context, std::function<void(const QStringList &)> onChange)
+{
+    if (m_watcher)
+        return;
+    QDir().mkpath(m_directory);
+    m_watcher = std::make_unique<QFileSystemWatcher>();
+    m_watcher->addPath(m_directory);
+    if (QFileInfo::exists(m_fileName))
+        m_watcher->addPath(m_fileName);
+    // A write is a lock file, a temporary file and a rename: one look after
+    // the burst is enough.
+    auto *settle = new QTimer(m_watcher.get());
+    settle->setSingleShot(true);
+    settle->setInterval(100);
+    const auto changed = [this, settle] {
+        // A rename drops the watch on the replaced file.
+        if (!m_watcher->files().contains(m_fileName) && QFileInfo::exists(m_fileName))
+            m_watcher->addPath(m_fileName);
+        settle->start();
+    };
+    QObject::connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, settle, changed);
+    QObject::connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, settle, changed);
+    QObject::connect(settle, &QTimer::timeout, context, [this, onChange = std::move(onChange)] {
+        const QStringList keys = refreshFromDisk();
+        if (!keys.isEmpty())
+            onChange(keys);
+    });
+}
+
+QStringList UserDefaultsStore::refreshFromDisk()
+{
+    const auto stamp = DomainFile::stampOf(m_fileName);
+    {
+        QMutexLocker lock(&m_shared->mutex);
+        if (!m_shared->content || (stamp && stamp == m_shared->knownStamp))
+            return {}; // nothing read yet, so nothing is stale; or our own write
+    }
+    QString error;
+    const auto fresh = DomainFile::read(m_fileName, &error);
+    if (!fresh || fresh->unparsable)
+        return {}; // a half-edited file is not taken in; the last good view stays
+    QMutexLocker lock(&m_shared->mutex);
+    QStringList keys;
+    const auto &old = m_shared->content->values;
+    for (auto it = old.cbegin(); it != old.cend(); ++it)
+        if (!fresh->values.contains(it.key()) || fresh->values.value(it.key()) != it.value())
+            keys.append(it.key());
+    for (auto it = fresh->values.cbegin(); it != fresh->values.cend(); ++it)
+        if (!old.contains(it.key()))
+            keys.append(it.key());
+    // A key changed here and not yet written reads as changed here.
+    keys.removeIf([this](const QString &key) { return m_shared->pending.contains(key); });
+    m_shared->content = *fresh;
+    m_shared->knownStamp = stamp;
+    return keys;
 }

@@ -4,8 +4,10 @@
 
 #include "storage/DomainFile.h"
 
+#include <functional>
 #include <memory>
 
+class QFileSystemWatcher;
 class QObject;
 
 // The settings store over one preferences domain. On Linux a domain is one
@@ -44,17 +46,33 @@ public:
     std::optional<QVariantList> array(const QString &key) const override;
     std::optional<QVariantMap> dictionary(const QString &key) const override;
     void removeObject(const QString &key) override;
+    // In the launcher (background writes) this only queues the write.
     bool synchronize() override;
+    void synchronizeInBackground(QObject *context, SaveDone done) override;
     QString lastError() const override { return m_lastError; }
+    // For the launcher: from now on no store of this process waits for the
+    // disk or another process's lock on the calling thread; writes happen on
+    // a writer thread and a failed one is retried.
+    static void setBackgroundWrites(bool background);
+
+    // For the launcher: calls onChange (in context's thread) with the keys
+    // another process changed in this store's file, once the new values read
+    // here. Needs an event loop.
+    void watchExternalChanges(QObject *context, std::function<void(const QStringList &keys)> onChange);
+    // Takes in what another process wrote; returns the keys whose value
+    // changed. Public for tests that have no time to wait for the watcher.
+    QStringList refreshFromDisk();
 
     QString domainName() const { return m_domainName; }
     QString fileName() const;
     // Every key stored in this domain (registered defaults excluded).
     QStringList persistedKeys() const;
 
+    // What every store of one file shares (internal).
+    struct Shared;
+
 private:
     QVariant storedValue(const QString &key) const;
-    struct Shared;
     const DomainFile::Content &content() const;
     void change(const QString &key, std::optional<QVariant> value);
 
@@ -68,4 +86,5 @@ private:
     QString m_lastError;
     // Receiver of the deferred flush; gone with the store.
     std::unique_ptr<QObject> m_flushContext;
+    std::unique_ptr<QFileSystemWatcher> m_watcher;
 };

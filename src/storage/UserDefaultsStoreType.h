@@ -3,7 +3,10 @@
 #include <QByteArray>
 #include <QString>
 #include <QVariant>
+#include <functional>
 #include <optional>
+
+class QObject;
 
 // The settings-store interface every repository holds. A value is a
 // property-list value: bool, signed or unsigned 64-bit integer, double,
@@ -28,6 +31,11 @@ public:
     // disk changed then); lastError() says why.
     virtual bool synchronize() = 0;
     virtual QString lastError() const { return {}; }
+    // Writes what changed without making the caller wait for the disk;
+    // done(ok, error) runs on the main thread once the changes are on disk
+    // or could not be written, unless context is gone by then.
+    using SaveDone = std::function<void(bool ok, const QString &error)>;
+    virtual void synchronizeInBackground(QObject *context, SaveDone done);
 
     // Conveniences derived from object(); not part of the store's contract.
     std::optional<qint64> integer(const QString &key) const;
