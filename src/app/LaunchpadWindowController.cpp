@@ -10,6 +10,7 @@
 #include "layout/LaunchpadViewModel.h"
 #include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
+#include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
 
 LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &locations,
@@ -58,6 +59,45 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     m_layout->loadInitial();
 
     m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
+
+    // `tillmora defaults write`, a second copy or a hand edit change the file
+    // behind the launcher's back; what they change takes effect here at once.
+    m_composition.userDefaultsStore->watchExternalChanges(
+        this, [this](const QStringList &keys) { takeInChangedSettings(keys); });
+}
+
+void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
+{
+    static const QSet<QString> kLayoutKeys = {
+        QLatin1String(SettingsKeys::kSlots),          QLatin1String(SettingsKeys::kFolders),
+        QLatin1String(SettingsKeys::kHiddenApps),     QLatin1String(SettingsKeys::kWidgets),
+        QLatin1String(SettingsKeys::kWorkflows),      QLatin1String(SettingsKeys::kCustomAppNames),
+        QLatin1String(SettingsKeys::kCustomAppIcons), QLatin1String(SettingsKeys::kFolderIconStyles),
+        QLatin1String(SettingsKeys::kAdditionalAppSourceFolders)};
+    const auto touches = [&](const QSet<QString> &set) {
+        return std::any_of(keys.cbegin(), keys.cend(), [&](const QString &key) { return set.contains(key); });
+    };
+    if (touches(kLayoutKeys))
+        m_layout->loadInitial();
+
+    const UserDefaultsStoreType &store = *m_inputSettings;
+    if (keys.contains(QLatin1String(SettingsKeys::kHotKeyEnabled)))
+        m_hotKeyManager->setEnabled(store.boolValue(QLatin1String(SettingsKeys::kHotKeyEnabled)));
+    if (keys.contains(QLatin1String(SettingsKeys::kHotKeyKeyCode))
+        || keys.contains(QLatin1String(SettingsKeys::kHotKeyModifiers))) {
+        const auto code = store.integer(QLatin1String(SettingsKeys::kHotKeyKeyCode));
+        const auto modifiers = store.integer(QLatin1String(SettingsKeys::kHotKeyModifiers));
+        if (code && modifiers && *modifiers >= 0
+            && (quint32(*code) != m_hotKeyManager->currentKeyCode()
+                || quint64(*modifiers) != m_hotKeyManager->currentModifiers()))
+            m_hotKeyManager->updateHotKey(quint64(*modifiers), *code);
+    }
+    if (keys.contains(QLatin1String(SettingsKeys::kHotCornerSelected)))
+        m_hotCornersManager->setSelectedCorner(
+            HotCornerGeometry::fromRawValue(store.string(QLatin1String(SettingsKeys::kHotCornerSelected)).value_or(QString())));
+    if (keys.contains(QLatin1String(SettingsKeys::kHotCornerEnabled)))
+        m_hotCornersManager->setEnabled(store.boolValue(QLatin1String(SettingsKeys::kHotCornerEnabled)));
+    Q_EMIT settingsChangedElsewhere(keys);
 }
 
 LaunchpadWindowController::~LaunchpadWindowController()

@@ -47,9 +47,13 @@ Q_SIGNALS:
     void overlayVisibleChanged(bool visible);
     // The installed applications changed on disk (after the monitor's quiet second).
     void catalogueChanged();
+    // Another process changed these settings; the layout and the inputs have
+    // taken them in already, views re-read what they show.
+    void settingsChangedElsewhere(const QStringList &keys);
 
 private:
     void setOverlayVisible(bool visible);
+    void takeInChangedSettings(const QStringList &keys);
 
     // Declared in start-up order: the activation managers and the app monitor
     // come before the composition, the gestures after the migrations.

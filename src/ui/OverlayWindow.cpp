@@ -37,6 +37,11 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
 
     connect(&controller, &LaunchpadWindowController::overlayVisibleChanged, this,
             [this](bool visible) { visible ? show() : hide(); });
+    // Pages are cut as the display will show them from the start, so a
+    // command answered before the first show acts on the user's grid.
+    m_presenter.setDisplay(targetScreen());
+    connect(&controller, &LaunchpadWindowController::settingsChangedElsewhere, this,
+            [this] { m_presenter.pages()->reloadAppearance(); });
     connect(&presenter, &GridPresenter::hideRequested, &controller, &LaunchpadWindowController::hideOverlay);
     connect(m_view.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (m_waitingForFrame) {
@@ -59,6 +64,13 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
 
 OverlayWindow::~OverlayWindow() = default;
 
+QScreen *OverlayWindow::targetScreen()
+{
+    // The overlay opens where the pointer is.
+    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
 void OverlayWindow::setShowInTaskbar(bool show)
 {
     m_view->setFlag(Qt::Tool, !show);
@@ -67,9 +79,7 @@ void OverlayWindow::setShowInTaskbar(bool show)
 void OverlayWindow::show()
 {
     m_showTimer.start();
-    QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
+    QScreen *screen = targetScreen();
     // The screen is grabbed before the window covers it.
     m_presenter.setBackdropAvailable(m_backdrop->capture(screen));
     m_presenter.setDisplay(screen);

@@ -10,6 +10,7 @@ class BackdropProvider;
 class GridPresenter;
 class LaunchpadWindowController;
 class QQuickView;
+class QScreen;
 
 // The overlay window: created once, shown on the screen under the pointer
 // when the controller asks for the overlay and hidden again, never rebuilt.
@@ -29,6 +30,7 @@ Q_SIGNALS:
     void shownFrameSwapped();
 
 private:
+    static QScreen *targetScreen();
     void show();
     void hide();
 

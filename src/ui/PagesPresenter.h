@@ -60,6 +60,8 @@ public:
 
     void setDisplay(QScreen *screen);
     void setDisplayProfile(const DisplayProfile &display);
+    // Reads the display's stored look again (another process changed it).
+    void reloadAppearance() { setDisplayProfile(m_display); }
     // Rebuilds the cells whose content (names, records) changed.
     void contentChanged();
     void scheduleRebuild();
