@@ -2,6 +2,7 @@
 
 #include "app/RegisteredDefaults.h"
 #include "layout/LaunchpadViewModel.h"
+#include "storage/AppearanceRepository.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -13,6 +14,11 @@ HeadlessSession::HeadlessSession(const StorageLocations &locations, const Catalo
     m_composition = CompositionRoot::build(locations, catalogue);
     MigrationService(m_composition.userDefaultsStore, m_composition.fileSystemStore).runAll();
     m_model = std::make_unique<LaunchpadViewModel>(m_composition.layoutServices());
+    // Pages as the user last saw them: moves search, and widgets are bounded
+    // by, the user's grid, not a default one.
+    const DisplayProfile display{m_composition.appearanceRepo->lastDisplay()};
+    m_model->setGridGeometry(m_composition.appearanceRepo->columns(display),
+                             m_composition.appearanceRepo->rows(display));
 }
 
 HeadlessSession::~HeadlessSession() = default;

@@ -5,6 +5,7 @@
 #include "storage/UserDefaultsStoreType.h"
 
 #include <algorithm>
+#include <cmath>
 
 const QStringList AppearanceRepositoryImpl::kTitleColorValues{QStringLiteral("auto"), QStringLiteral("light"),
                                                               QStringLiteral("dark")};
@@ -21,6 +22,9 @@ QString AppearanceRepositoryImpl::displayKey(const QString &base, const DisplayP
 
 void AppearanceRepositoryImpl::write(const QString &key, const QVariant &value)
 {
+    // A NaN would pass every clamp and poison the look on the next read.
+    if (value.typeId() == QMetaType::Double && !std::isfinite(value.toDouble()))
+        return;
     if (m_defaults->persistedObject(key) == PropertyListValue::normalized(value))
         return;
     m_defaults->set(value, key);
@@ -58,6 +62,17 @@ int AppearanceRepositoryImpl::columns(const DisplayProfile &display) const
 void AppearanceRepositoryImpl::setColumns(const DisplayProfile &display, int columns)
 {
     write(displayKey(QLatin1String(SettingsKeys::kColumns), display), std::clamp(columns, kMinColumns, kMaxColumns));
+}
+
+QString AppearanceRepositoryImpl::lastDisplay() const
+{
+    const QString key = m_defaults->string(QLatin1String(SettingsKeys::kLastOverlayDisplay)).value_or(QString());
+    return key.isEmpty() ? QStringLiteral("default") : key;
+}
+
+void AppearanceRepositoryImpl::setLastDisplay(const QString &key)
+{
+    write(QLatin1String(SettingsKeys::kLastOverlayDisplay), key);
 }
 
 int AppearanceRepositoryImpl::rows(const DisplayProfile &display) const

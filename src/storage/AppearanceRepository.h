@@ -24,6 +24,9 @@ public:
     virtual void setColumns(const DisplayProfile &display, int columns) = 0;
     virtual int rows(const DisplayProfile &display) const = 0;
     virtual void setRows(const DisplayProfile &display, int rows) = 0;
+    // The key of the display the overlay last used; "default" before any.
+    virtual QString lastDisplay() const = 0;
+    virtual void setLastDisplay(const QString &key) = 0;
     virtual double glassIntensity() const = 0;
     virtual void setGlassIntensity(double value) = 0;
     virtual QString theme() const = 0;
@@ -66,6 +69,8 @@ public:
     void setColumns(const DisplayProfile &display, int columns) override;
     int rows(const DisplayProfile &display) const override;
     void setRows(const DisplayProfile &display, int rows) override;
+    QString lastDisplay() const override;
+    void setLastDisplay(const QString &key) override;
 
     double glassIntensity() const override;
     void setGlassIntensity(double value) override;

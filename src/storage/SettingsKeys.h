@@ -33,6 +33,9 @@ inline constexpr const char *kLegacyCustomBackgroundImageData = "customBackgroun
 // Appearance, per display: the base name, "@", then the display's key
 namespace SettingsKeys {
 inline constexpr char16_t kDisplaySeparator = u'@';
+// The display the overlay last laid its grid out for: commands run without a
+// display cut pages as the user last saw them.
+inline constexpr const char *kLastOverlayDisplay = "overlay.lastDisplay";
 inline constexpr const char *kIconSize = "iconSize";
 inline constexpr const char *kShowLabels = "showLabels";
 inline constexpr const char *kColumns = "columns";
