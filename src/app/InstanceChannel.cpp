@@ -25,6 +25,7 @@ constexpr qint64 kMaxRequestBytes = 1024 * 1024;
 // Clients at once, and how long one may sit without sending a request.
 constexpr int kMaxClients = 32;
 constexpr int kIdleClientMs = 10000;
+constexpr int kRelistenCheckMs = 500;
 
 // The uid of the process at the other end of a connected socket.
 std::optional<uid_t> peerUser(const QLocalSocket &socket)
@@ -156,16 +157,42 @@ std::optional<InstanceChannel::Peer> InstanceChannel::claimOrFindRunning()
         return peer;
 
     // Nobody answers (or the owner is quitting): the socket is ours to take.
+    if (!listen())
+        return std::nullopt;
+    // A failed accept (no descriptors left in a connection flood) makes the
+    // server close its socket and remove the file, with no signal: without
+    // this watch the launcher would stop listening for good and a second
+    // copy would start.
+    auto *watch = new QTimer(this);
+    connect(watch, &QTimer::timeout, this, [this] {
+        if (m_server->isListening())
+            return;
+        if (probe()) {
+            qCWarning(lcApp, "Another copy took over %s", qUtf8Printable(m_socketPath));
+            return;
+        }
+        qCWarning(lcApp, "The instance socket stopped accepting (%s); listening again",
+                  qUtf8Printable(m_server->errorString()));
+        listen();
+    });
+    watch->start(kRelistenCheckMs);
+    return std::nullopt;
+}
+
+bool InstanceChannel::listen()
+{
     QLocalServer::removeServer(m_socketPath);
-    m_server = new QLocalServer(this);
-    m_server->setSocketOptions(QLocalServer::UserAccessOption);
+    if (!m_server) {
+        m_server = new QLocalServer(this);
+        m_server->setSocketOptions(QLocalServer::UserAccessOption);
+        connect(m_server, &QLocalServer::newConnection, this, &InstanceChannel::acceptConnections);
+    }
     if (!m_server->listen(m_socketPath)) {
         qCWarning(lcApp, "Could not listen on %s: %s", qUtf8Printable(m_socketPath),
                   qUtf8Printable(m_server->errorString()));
-        return std::nullopt;
+        return false;
     }
-    connect(m_server, &QLocalServer::newConnection, this, &InstanceChannel::acceptConnections);
-    return std::nullopt;
+    return true;
 }
 
 void InstanceChannel::acceptConnections()

@@ -47,6 +47,7 @@ public:
     QString socketPath() const { return m_socketPath; }
 
 private:
+    bool listen();
     void acceptConnections();
     std::optional<Peer> probe() const;
 

@@ -11,14 +11,27 @@
 #include <QProcess>
 #include <QTest>
 
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
 #include <csignal>
+#include <fcntl.h>
+#include <future>
+#include <sys/resource.h>
+#include <unistd.h>
 #include <cstdio>
 
 namespace {
 
 // --child claim SOCKET HOLD_MS: prints "primary PID" or "secondary PID".
+// --child send SOCKET: prints "answered" or "refused".
 int childMain(const QStringList &args)
 {
+    if (args.value(0) == QLatin1String("send")) {
+        const bool answered = InstanceChannel::send(args.value(1), {{"command", "hello"}}, 3000).has_value();
+        std::printf(answered ? "answered\n" : "refused\n");
+        return 0;
+    }
     InstanceChannel channel(args.value(1));
     const auto peer = channel.claimOrFindRunning();
     if (peer) {
@@ -127,6 +140,85 @@ private Q_SLOTS:
         }
         QTRY_COMPARE_WITH_TIMEOUT(flood.state(), QLocalSocket::UnconnectedState, 10000);
         QVERIFY(InstanceChannel::send(socket, {{"command", "hello"}}, 5000).has_value());
+    }
+
+    // Accepting fails when the process has no descriptor left (a flood);
+    // the launcher must go on listening once descriptors are free again.
+    void anAcceptFailureDoesNotEndListening()
+    {
+        TempEnvironment env;
+        const QString socket = env.runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        InstanceChannel channel(socket);
+        QVERIFY(!channel.claimOrFindRunning());
+        QVERIFY(channel.isListening());
+
+        QLocalSocket waiting;
+        waiting.connectToServer(socket);
+        QVERIFY(waiting.waitForConnected(2000));
+        rlimit saved{};
+        QCOMPARE(::getrlimit(RLIMIT_NOFILE, &saved), 0);
+        std::vector<int> taken;
+        {
+            const int probe = ::open("/dev/null", O_RDONLY);
+            rlimit tight = saved;
+            tight.rlim_cur = rlim_t(probe + 8);
+            ::close(probe);
+            QCOMPARE(::setrlimit(RLIMIT_NOFILE, &tight), 0);
+            for (int fd; (fd = ::open("/dev/null", O_RDONLY)) >= 0;)
+                taken.push_back(fd);
+        }
+        QTRY_VERIFY_WITH_TIMEOUT(!channel.isListening(), 5000);
+        for (int fd : taken)
+            ::close(fd);
+        QCOMPARE(::setrlimit(RLIMIT_NOFILE, &saved), 0);
+
+        QTRY_VERIFY_WITH_TIMEOUT(channel.isListening(), 5000);
+        auto answer = std::async(std::launch::async, [&] {
+            return InstanceChannel::send(socket, {{"command", "hello"}}, 5000).has_value();
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready, 10000);
+        QVERIFY(answer.get());
+    }
+
+    // Another local user (run through setpriv as "nobody") can neither talk
+    // to the launcher nor plant the socket folder it would use.
+    void anotherUserCanNeitherTalkNorPlant()
+    {
+        if (::getuid() != 0 || QStandardPaths::findExecutable(QStringLiteral("setpriv")).isEmpty())
+            QSKIP("needs root and setpriv to act as a second user");
+        const auto asNobody = [](const QStringList &args) {
+            QProcess p;
+            p.start(QStringLiteral("setpriv"), QStringList{QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
+                                                           QStringLiteral("--clear-groups"), QStringLiteral("--")}
+                                                   + args);
+            p.waitForFinished(20000);
+            return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+        };
+        // The layout used without XDG_RUNTIME_DIR: /tmp/<own folder>/tillmora.
+        const QString base = QDir::tempPath() + QStringLiteral("/tillmora-second-user-%1").arg(QCoreApplication::applicationPid());
+        const auto cleanUp = qScopeGuard([base] {
+            QDir(base + QStringLiteral("-mine")).removeRecursively();
+            QDir(base + QStringLiteral("-planted")).removeRecursively();
+        });
+        const QString socket = base + QStringLiteral("-mine/tillmora/instance.sock");
+        InstanceChannel channel(socket);
+        QVERIFY(!channel.claimOrFindRunning());
+        QVERIFY(channel.isListening());
+        auto reply = std::async(std::launch::async, [&] {
+            return asNobody({QCoreApplication::applicationFilePath(), QStringLiteral("--child"), QStringLiteral("send"),
+                             socket});
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(reply.wait_for(std::chrono::seconds(0)) == std::future_status::ready, 20000);
+        QCOMPARE(reply.get(), QStringLiteral("refused"));
+
+        // The folder a launcher would make, made first by the other user.
+        const QString planted = base + QStringLiteral("-planted");
+        asNobody({QStringLiteral("mkdir"), QStringLiteral("-m"), QStringLiteral("700"), planted});
+        QVERIFY(QFileInfo(planted).isDir());
+        InstanceChannel victim(planted + QStringLiteral("/tillmora/instance.sock"));
+        QVERIFY(!victim.claimOrFindRunning());
+        QVERIFY(!victim.isListening());
+        QVERIFY(!QFileInfo::exists(planted + QStringLiteral("/tillmora")));
     }
 
     void secondExecutableHandsOverAndQuits()
