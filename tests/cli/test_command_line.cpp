@@ -286,6 +286,17 @@ private Q_SLOTS:
             QCOMPARE(line.count(u'\t'), 1);
     }
 
+    // Without a display, pages are cut as the overlay last showed them.
+    void headlessCommandsUseTheUsersGrid()
+    {
+        QCOMPARE(tillmora({"defaults", "write", "overlay.lastDisplay", "-string", "HDMI-1"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "columns@HDMI-1", "-int", "4"}).exitCode, 0);
+        QCOMPARE(tillmora({"defaults", "write", "rows@HDMI-1", "-int", "2"}).exitCode, 0);
+        const Run far = tillmora({"move", app("Alpha"), "99"});
+        QCOMPARE(far.exitCode, 2);
+        QVERIFY2(far.err.contains(QStringLiteral("from 0 to 15")), qPrintable(far.err));
+    }
+
     void defaultsReadAndWriteTypedValues()
     {
         QCOMPARE(tillmora({"defaults", "write", "hotKey.keyCode", "-int", "18"}).exitCode, 0);
@@ -329,6 +340,15 @@ private Q_SLOTS:
                                   launcherLog.right(2000).constData(), 5000);
         QCOMPARE(tillmora({"toggle"}).exitCode, 0);
         QCOMPARE(tillmora({"place", "A:/nowhere/Ghost.app"}).exitCode, 2);
+
+        // A change written behind the launcher's back is taken in: its next
+        // save builds on it instead of its stale view.
+        QCOMPARE(tillmora({"defaults", "write", "hiddenApps_v1", "-array", app("Bravo")}).exitCode, 0);
+        QTRY_VERIFY_WITH_TIMEOUT((launcherLog += launcher.readAllStandardError()).count("loadInitial() called") >= 2,
+                                 10000);
+        QCOMPARE(tillmora({"move", app("Charlie"), "0"}).exitCode, 0);
+        QVERIFY(!layoutJson()["slots"].toArray().contains(key("Bravo")));
+        QCOMPARE(tillmora({"defaults", "delete", "hiddenApps_v1"}).exitCode, 0);
 
         // An answer means the change is on disk: killed right after, the
         // launcher loses nothing it acknowledged.
