@@ -24,9 +24,22 @@ QJsonObject toJson(const CommandResult &result)
 void runAndSave(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
     const CommandResult result = LayoutCommands::run(args, *controller.layout());
+    // A reading command's answer never waits for, or fails with, the
+    // overlay's own pending saves.
+    if (const Verbs::Verb *verb = Verbs::find(args); verb && !verb->changesLayout) {
+        reply(toJson(result));
+        return;
+    }
     controller.composition().userDefaultsStore->synchronizeInBackground(
         &controller, [result, reply](bool saved, const QString &error) {
-            reply(toJson(CommandResult::saved(result, saved, error)));
+            // The launcher keeps the change and retries the save; the exit
+            // status still says it is not on disk now.
+            reply(toJson(saved || result.exitCode != 0
+                             ? result
+                             : CommandResult::failure(
+                                 QStringLiteral("the change is made but could not be saved yet: %1; Tillmora keeps "
+                                                "trying")
+                                     .arg(error))));
         });
 }
 

@@ -149,7 +149,7 @@ void writeInBackground(const std::shared_ptr<UserDefaultsStore::Shared> &shared)
 // the changes stay pending and readable meanwhile.
 void retryLater(const std::weak_ptr<UserDefaultsStore::Shared> &weak, int failures)
 {
-    const int delayMs = std::min(30000, 500 << std::min(failures, 6));
+    const int delayMs = std::min(5000, 500 << std::min(failures, 4));
     onMainThread([weak, delayMs] {
         QTimer::singleShot(delayMs, QCoreApplication::instance(), [weak] {
             if (const auto shared = weak.lock())

@@ -13,6 +13,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLockFile>
 #include <QProcess>
 #include <QTest>
 
@@ -349,6 +350,23 @@ private Q_SLOTS:
         QCOMPARE(tillmora({"move", app("Charlie"), "0"}).exitCode, 0);
         QVERIFY(!layoutJson()["slots"].toArray().contains(key("Bravo")));
         QCOMPARE(tillmora({"defaults", "delete", "hiddenApps_v1"}).exitCode, 0);
+
+        // A save the launcher cannot make now (another writer holds the
+        // lock) fails the command; reading commands still answer, and the
+        // change reaches the disk once the lock is free.
+        {
+            QLockFile held(env->configDir() + QStringLiteral("/com.tillmora.Tillmora.json.lock"));
+            QVERIFY(held.lock());
+            const Run blocked = tillmora({"move", app("Delta"), "0"});
+            QCOMPARE(blocked.exitCode, 1);
+            QVERIFY2(blocked.err.contains(QStringLiteral("could not be saved yet")), qPrintable(blocked.err));
+            QCOMPARE(tillmora({"layout"}).exitCode, 0);
+        }
+        const auto storedFirstSlot = [this] {
+            const QJsonObject stored = QJsonDocument::fromJson(storedBytes()).object();
+            return stored.value(QStringLiteral("LaunchpadApp_Slots_v1")).toArray().at(0).toString();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(storedFirstSlot(), key("Delta"), 30000);
 
         // An answer means the change is on disk: killed right after, the
         // launcher loses nothing it acknowledged.
