@@ -16,6 +16,8 @@
 
 #include <QApplication>
 
+#include <cstdio>
+
 int main(int argc, char **argv)
 {
     QStringList arguments;
@@ -27,6 +29,13 @@ int main(int argc, char **argv)
         return CommandLine::run(arguments, platform.catalogue());
     }
 
+    // Without a display Qt would abort; say why instead.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY")
+        && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        std::fprintf(stderr, "tillmora: no display to show the overlay on (DISPLAY and WAYLAND_DISPLAY are unset);"
+                             " commands such as 'tillmora layout' work without one\n");
+        return 1;
+    }
     RenderingBackend::chooseBeforeApplication();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tillmora"));

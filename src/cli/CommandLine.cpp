@@ -8,10 +8,15 @@
 #include "cli/Verbs.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QProcess>
+#include <QThread>
 #include <cstdio>
+
+#include <csignal>
 
 namespace CommandLine {
 
@@ -19,6 +24,20 @@ namespace {
 
 // A command waits this long for the running launcher (it may be loading).
 constexpr int kInstanceTimeoutMs = 120000;
+constexpr int kLauncherStartTimeoutMs = 20000;
+
+// A process that exited but nobody reaped (a zombie) is gone too.
+bool processAlive(qint64 pid)
+{
+    if (::kill(pid_t(pid), 0) != 0)
+        return false;
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return true;
+    const QByteArray line = stat.readAll();
+    const qsizetype close = line.lastIndexOf(')');
+    return close < 0 || line.mid(close + 2, 1) != "Z";
+}
 
 void print(FILE *stream, const QString &text)
 {
@@ -58,10 +77,21 @@ CommandResult overlayCommand(const Verbs::Verb &verb, const QStringList &args)
     }
     if (verb.overlay == Verbs::OverlayAction::Hide)
         return CommandResult::ok(); // nothing is shown
-    // Started without arguments, the launcher shows its overlay.
-    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), {}))
+    // Started without arguments, the launcher shows its overlay. Success is
+    // said only once it answers: without a display it cannot start at all.
+    qint64 pid = 0;
+    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), {}, QString(), &pid))
         return CommandResult::failure(QStringLiteral("could not start the launcher"));
-    return CommandResult::ok();
+    QElapsedTimer waited;
+    waited.start();
+    while (waited.elapsed() < kLauncherStartTimeoutMs) {
+        if (launcherRunning())
+            return CommandResult::ok();
+        if (!processAlive(pid))
+            return CommandResult::failure(QStringLiteral("the launcher could not start; run 'tillmora' to see why"));
+        QThread::msleep(100);
+    }
+    return CommandResult::failure(QStringLiteral("the launcher did not answer within %1 s").arg(kLauncherStartTimeoutMs / 1000));
 }
 
 CommandResult layoutCommand(const Verbs::Verb &verb, const QStringList &args, const CataloguePlatform &catalogue)

@@ -381,6 +381,24 @@ private Q_SLOTS:
         QCOMPARE(folders.first().toObject().value(QStringLiteral("name")).toString(), QStringLiteral("After"));
     }
 
+    // With no display the launcher says so instead of aborting, and toggle
+    // does not claim to have shown anything.
+    void withoutADisplayNothingPretendsToStart()
+    {
+        for (const QStringList &args : {QStringList{}, QStringList{"toggle"}}) {
+            QProcess p;
+            QProcessEnvironment pe = processEnvironment();
+            pe.remove(QStringLiteral("QT_QPA_PLATFORM"));
+            pe.remove(QStringLiteral("WAYLAND_DISPLAY"));
+            p.setProcessEnvironment(pe);
+            p.start(QStringLiteral(TILLMORA_BINARY), args);
+            QVERIFY(p.waitForFinished(30000));
+            QCOMPARE(p.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(p.exitCode(), 1);
+            QVERIFY(p.readAllStandardError().contains("tillmora: "));
+        }
+    }
+
     // Which verbs --help lists is the verb table's business (tst_verbs).
     void helpAndVersionPrintAndExitZero()
     {
