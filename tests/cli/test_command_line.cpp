@@ -15,10 +15,12 @@
 #include <QJsonObject>
 #include <QLockFile>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <csignal>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -239,6 +241,51 @@ private Q_SLOTS:
         QCOMPARE(storedBytes(), before);
         const Run d = tillmora({"defaults", "write", "theme", "-string", "dark"}, rlim_t(before.size() / 2));
         QCOMPARE(d.exitCode, 1);
+        QCOMPARE(storedBytes(), before);
+    }
+
+    // On a real full disk (a small tmpfs with room for the lock file but
+    // not for the new settings file) and on a read-only mount, changes fail
+    // with the reason and reading commands still work; the file stays.
+    void aFullOrReadOnlyDiskKeepsTheOldFile()
+    {
+        const QString mountPoint = env->path(QStringLiteral("config"));
+        QDir().mkpath(mountPoint);
+        const auto mount = [&](const QStringList &options) {
+            return QProcess::execute(QStringLiteral("mount"),
+                                     {"-t", "tmpfs", "-o", options.join(u','), "tmpfs", mountPoint}) == 0;
+        };
+        if (::getuid() != 0 || !mount({"size=256k", "mode=0700"}))
+            QSKIP("needs root allowed to mount a tmpfs");
+        const auto unmount = qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {mountPoint}); });
+
+        QCOMPARE(tillmora({"folder", "create", "First", app("Alpha")}).exitCode, 0);
+        const QByteArray before = storedBytes();
+        {
+            // Fill the disk, then free one page: the lock file fits, the new file does not.
+            QFile filler(mountPoint + QStringLiteral("/filler"));
+            QVERIFY(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            const QByteArray block(4096, 'f');
+            while (filler.write(block) == block.size()) {
+            }
+            filler.close();
+            QVERIFY(filler.resize(filler.size() - 4096));
+        }
+        const Run full = tillmora({"folder", "create", "Second", app("Bravo")});
+        QCOMPARE(full.exitCode, 1);
+        QVERIFY2(full.err.contains(QStringLiteral("could not be saved")), qPrintable(full.err));
+        QCOMPARE(storedBytes(), before);
+        QCOMPARE(tillmora({"layout"}).exitCode, 0);
+        QCOMPARE(storedBytes(), before);
+
+        QVERIFY(QProcess::execute(QStringLiteral("mount"), {"-o", "remount,ro", mountPoint}) == 0);
+        const Run readOnly = tillmora({"folder", "create", "Third", app("Charlie")});
+        QCOMPARE(readOnly.exitCode, 1);
+        QVERIFY(readOnly.out.isEmpty()); // no id of a folder never stored
+        const Run write = tillmora({"defaults", "write", "theme", "-string", "dark"});
+        QCOMPARE(write.exitCode, 1);
+        QVERIFY2(write.err.contains(QStringLiteral("could not")), qPrintable(write.err));
+        QCOMPARE(tillmora({"layout", "--json"}).exitCode, 0);
         QCOMPARE(storedBytes(), before);
     }
 
