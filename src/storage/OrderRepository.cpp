@@ -25,4 +25,12 @@ void OrderRepositoryImpl::setFolderOrder(const QStringList &order) { write(Setti
 QStringList OrderRepositoryImpl::combinedOrder() const { return read(SettingsKeys::kCombinedOrder); }
 void OrderRepositoryImpl::setCombinedOrder(const QStringList &order) { write(SettingsKeys::kCombinedOrder, order); }
 QStringList OrderRepositoryImpl::slots() const { return read(SettingsKeys::kSlots); }
-void OrderRepositoryImpl::setSlots(const QStringList &slots) { write(SettingsKeys::kSlots, slots); }
+void OrderRepositoryImpl::setSlots(const QStringList &slots)
+{
+    // Empty cells after the last occupied one say nothing (a shorter list
+    // reads the same), so a page left empty at the end is not kept.
+    qsizetype end = slots.size();
+    while (end > 0 && slots.at(end - 1).isEmpty())
+        --end;
+    write(SettingsKeys::kSlots, end == slots.size() ? slots : slots.first(end));
+}

@@ -23,6 +23,9 @@
 #include <QJsonObject>
 #include <QTest>
 
+#include <cmath>
+#include <limits>
+
 class RepositoriesTest : public QObject {
     Q_OBJECT
     std::shared_ptr<UserDefaultsStore> openStore(const TempEnvironment &env)
@@ -38,12 +41,23 @@ private Q_SLOTS:
         QVERIFY(FoldersRepositoryImpl(store).loadAll().isEmpty());
         QVERIFY(OrderRepositoryImpl(store).slots().isEmpty());
         QVERIFY(OrderRepositoryImpl(store).combinedOrder().isEmpty());
+
         QVERIFY(HiddenAppsServiceImpl(store).hiddenApps().isEmpty());
         QVERIFY(WorkflowsRepositoryImpl(store).load().isEmpty());
         QVERIFY(AppNameRepositoryImpl(store).all().isEmpty());
         store->synchronize();
         QVERIFY(store->persistedKeys().isEmpty());
         QVERIFY(!QFile::exists(store->fileName()));
+    }
+
+    // Empty cells after the last occupied one are not stored: pages of
+    // nothing never pile up at the end.
+    void slotsAreStoredWithoutTrailingEmptyCells()
+    {
+        TempEnvironment env;
+        auto store = openStore(env);
+        OrderRepositoryImpl(store).setSlots({QString(), QStringLiteral("A:/a.desktop"), QString(), QString()});
+        QCOMPARE(OrderRepositoryImpl(store).slots(), QStringList({QString(), QStringLiteral("A:/a.desktop")}));
     }
 
     // One bad record (a typo, a newer version's field) costs that record
@@ -281,6 +295,13 @@ private Q_SLOTS:
         QCOMPARE(appearance.titleColorOverride(), QStringLiteral("auto"));
         appearance.setLiquidGlassTintIntensity(5);
         QCOMPARE(appearance.liquidGlassTintIntensity(), 0.8);
+        // A NaN passes every clamp; it is neither stored nor read.
+        appearance.setIconSize(laptop, std::nan(""));
+        QCOMPARE(appearance.iconSize(laptop), 160.0);
+        store->set(std::numeric_limits<double>::quiet_NaN(), QStringLiteral("liquidGlassTintIntensity"));
+        QVERIFY(std::isfinite(appearance.liquidGlassTintIntensity()));
+        store->set(1e300, QStringLiteral("columns@DP-2"));
+        QCOMPARE(appearance.columns(monitor), AppearanceRepositoryImpl::kDefaultColumns);
 
         // Writing the value already stored writes nothing.
         appearance.setTheme(QStringLiteral("dark"));
