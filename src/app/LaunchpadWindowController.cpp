@@ -13,6 +13,8 @@
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
 
+#include <QPointer>
+
 LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &locations,
                                                      const CataloguePlatform &catalogue, InputPlatform input,
                                                      QObject *parent)
@@ -64,6 +66,10 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     // behind the launcher's back; what they change takes effect here at once.
     m_composition.userDefaultsStore->watchExternalChanges(
         this, [this](const QStringList &keys) { takeInChangedSettings(keys); });
+    UserDefaultsStore::setSaveStatusHandler([self = QPointer<LaunchpadWindowController>(this)](bool saved, const QString &error) {
+        if (self)
+            Q_EMIT self->saveStatusChanged(saved, error);
+    });
 }
 
 void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
@@ -104,6 +110,7 @@ LaunchpadWindowController::~LaunchpadWindowController()
 {
     // The controller lives as long as the process, so this runs only at exit:
     // the inputs are released but their settings stay as the user left them.
+    UserDefaultsStore::setSaveStatusHandler({});
     m_hotKeyManager->stop();
     m_hotCornersManager->stopMonitoring();
     m_appMonitor->stop();

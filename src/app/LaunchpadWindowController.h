@@ -50,6 +50,9 @@ Q_SIGNALS:
     // Another process changed these settings; the layout and the inputs have
     // taken them in already, views re-read what they show.
     void settingsChangedElsewhere(const QStringList &keys);
+    // Saving the user's changes started failing (with the reason), or works
+    // again; the changes are kept and retried meanwhile.
+    void saveStatusChanged(bool saved, const QString &error);
 
 private:
     void setOverlayVisible(bool visible);

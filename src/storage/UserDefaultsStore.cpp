@@ -123,6 +123,27 @@ namespace {
 
 std::atomic<bool> s_backgroundWrites{false};
 
+// Runs on the main thread (or nowhere, when the application is gone).
+void onMainThread(std::function<void()> work)
+{
+    if (QCoreApplication *app = QCoreApplication::instance())
+        QMetaObject::invokeMethod(app, std::move(work), Qt::QueuedConnection);
+}
+
+
+QMutex s_statusMutex;
+UserDefaultsStore::SaveStatusHandler s_statusHandler;
+
+// Tells the launcher when background saves start failing and when they
+// succeed again, on the main thread.
+void reportSaveStatus(bool saved, const QString &error)
+{
+    QMutexLocker lock(&s_statusMutex);
+    if (!s_statusHandler)
+        return;
+    onMainThread([handler = s_statusHandler, saved, error] { handler(saved, error); });
+}
+
 // File work of the launcher's stores: one thread, so writes keep their order
 // and a slow disk or a stalled lock holds up nothing but other writes.
 QThreadPool &writerPool()
@@ -136,14 +157,16 @@ QThreadPool &writerPool()
     return *pool;
 }
 
-// Runs on the main thread (or nowhere, when the application is gone).
-void onMainThread(std::function<void()> work)
-{
-    if (QCoreApplication *app = QCoreApplication::instance())
-        QMetaObject::invokeMethod(app, std::move(work), Qt::QueuedConnection);
-}
-
 void writeInBackground(const std::shared_ptr<UserDefaultsStore::Shared> &shared);
+
+// Counts failures in a row; the first one and the first success after them
+// are reported. Callers hold the shared mutex.
+void noteOutcome(UserDefaultsStore::Shared &shared, bool ok, const QString &error)
+{
+    if (ok != (shared.failedFlushes == 0))
+        reportSaveStatus(ok, error);
+    shared.failedFlushes = ok ? 0 : shared.failedFlushes + 1;
+}
 
 // A failed background write is retried, less often the longer it fails;
 // the changes stay pending and readable meanwhile.
@@ -170,7 +193,7 @@ void writeInBackground(const std::shared_ptr<UserDefaultsStore::Shared> &shared)
         QString error;
         const bool ok = shared->writePending(&error);
         QMutexLocker lock(&shared->mutex);
-        shared->failedFlushes = ok ? 0 : shared->failedFlushes + 1;
+        noteOutcome(*shared, ok, error);
         if (!ok && !shared->flushScheduled && !shared->pending.isEmpty()) {
             shared->flushScheduled = true;
             retryLater(shared, shared->failedFlushes);
@@ -434,6 +457,10 @@ void UserDefaultsStore::synchronizeInBackground(QObject *context, SaveDone done)
     writerPool().start([shared, guard, done = std::move(done)] {
         QString error;
         const bool ok = shared->writePending(&error);
+        {
+            QMutexLocker lock(&shared->mutex);
+            noteOutcome(*shared, ok, error);
+        }
         onMainThread([guard, done, ok, error] {
             if (guard)
                 done(ok, error);
@@ -444,6 +471,12 @@ void UserDefaultsStore::synchronizeInBackground(QObject *context, SaveDone done)
 void UserDefaultsStore::setBackgroundWrites(bool background)
 {
     s_backgroundWrites = background;
+}
+
+void UserDefaultsStore::setSaveStatusHandler(SaveStatusHandler handler)
+{
+    QMutexLocker lock(&s_statusMutex);
+    s_statusHandler = std::move(handler);
 }
 
 void UserDefaultsStore::watchExternalChanges(QObject *context, std::function<void(const QStringList &)> onChange)

@@ -54,6 +54,10 @@ public:
     // disk or another process's lock on the calling thread; writes happen on
     // a writer thread and a failed one is retried.
     static void setBackgroundWrites(bool background);
+    // Called on the main thread when background saves start failing
+    // (saved false, with the reason) and when they succeed again.
+    using SaveStatusHandler = std::function<void(bool saved, const QString &error)>;
+    static void setSaveStatusHandler(SaveStatusHandler handler);
 
     // For the launcher: calls onChange (in context's thread) with the keys
     // another process changed in this store's file, once the new values read

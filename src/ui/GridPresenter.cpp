@@ -5,6 +5,11 @@
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
 
+namespace {
+// Long enough to read two lines.
+constexpr int kNoticeMs = 8000;
+}
+
 GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &names,
                              AppearanceRepositoryImpl &appearance, std::shared_ptr<AppLauncher> launcher,
                              QObject *parent)
@@ -19,6 +24,9 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     , m_folder(layout, m_cells)
     , m_drag(layout, m_pages, m_folder, m_activation)
 {
+    m_noticeTimer.setSingleShot(true);
+    m_noticeTimer.setInterval(kNoticeMs);
+    connect(&m_noticeTimer, &QTimer::timeout, this, [this] { showNotice(QString()); });
     const auto contentChanged = [this] {
         m_pages.contentChanged();
         m_search.rebuild();
@@ -83,4 +91,14 @@ void GridPresenter::notifyHidden()
     // Nothing of a gesture may outlive the overlay: no timer turns a page
     // or makes a folder while it is hidden.
     m_drag.cancel();
+}
+
+void GridPresenter::showNotice(const QString &text)
+{
+    if (!text.isEmpty())
+        m_noticeTimer.start();
+    if (text == m_notice)
+        return;
+    m_notice = text;
+    Q_EMIT noticeChanged();
 }

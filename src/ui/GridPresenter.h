@@ -10,6 +10,7 @@
 #include "ui/SearchPresenter.h"
 
 #include <QObject>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <memory>
 
@@ -34,6 +35,8 @@ class GridPresenter : public QObject {
     Q_PROPERTY(DragController *drag READ drag CONSTANT)
     Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
     Q_PROPERTY(int backdropRevision READ backdropRevision NOTIFY backdropChanged)
+    // A short message for the user (a save that failed); empty when none.
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 public:
     GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &names, AppearanceRepositoryImpl &appearance,
                   std::shared_ptr<AppLauncher> launcher, QObject *parent = nullptr);
@@ -48,6 +51,9 @@ public:
     bool hasBackdrop() const { return m_hasBackdrop; }
     int backdropRevision() const { return m_backdropRevision; }
     const CellFactory &cells() const { return m_cells; }
+    QString notice() const { return m_notice; }
+    // Shown for a while, or until the next one.
+    void showNotice(const QString &text);
 
     Q_INVOKABLE void hide();
     Q_INVOKABLE QString titleOf(const QString &key) const { return m_cells.titleOf(key); }
@@ -64,6 +70,7 @@ public:
 
 Q_SIGNALS:
     void backdropChanged();
+    void noticeChanged();
     void shown();
     void hideRequested();
 
@@ -79,4 +86,6 @@ private:
     DragController m_drag;
     bool m_hasBackdrop = false;
     int m_backdropRevision = 0;
+    QString m_notice;
+    QTimer m_noticeTimer;
 };

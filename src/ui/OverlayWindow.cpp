@@ -42,6 +42,13 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     m_presenter.setDisplay(targetScreen());
     connect(&controller, &LaunchpadWindowController::settingsChangedElsewhere, this,
             [this] { m_presenter.pages()->reloadAppearance(); });
+    connect(&controller, &LaunchpadWindowController::saveStatusChanged, this,
+            [this](bool saved, const QString &error) {
+                m_presenter.showNotice(saved ? tr("Your changes are saved.")
+                                             : tr("Your changes could not be saved: %1. Tillmora keeps them and tries "
+                                                  "again.")
+                                                   .arg(error));
+            });
     connect(&presenter, &GridPresenter::hideRequested, &controller, &LaunchpadWindowController::hideOverlay);
     connect(m_view.get(), &QQuickWindow::frameSwapped, this, [this] {
         if (m_waitingForFrame) {

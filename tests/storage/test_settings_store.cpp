@@ -410,6 +410,9 @@ private Q_SLOTS:
         QDir().mkpath(env.configDir());
         UserDefaultsStore::setBackgroundWrites(true);
         const auto restore = qScopeGuard([] { UserDefaultsStore::setBackgroundWrites(false); });
+        QList<bool> statuses; // what the launcher would show the user
+        UserDefaultsStore::setSaveStatusHandler([&](bool saved, const QString &) { statuses.append(saved); });
+        const auto noHandler = qScopeGuard([] { UserDefaultsStore::setSaveStatusHandler({}); });
         UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
         auto lock = std::make_unique<QLockFile>(settingsFile(env) + QStringLiteral(".lock"));
         QVERIFY(lock->lock());
@@ -427,6 +430,7 @@ private Q_SLOTS:
         lock.reset();
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(settingsFile(env)), 15000);
         QCOMPARE(readInChild(env, QStringLiteral("k")), QStringLiteral("qlonglong|1"));
+        QTRY_COMPARE(statuses, QList<bool>({false, true}));
     }
 
     // What another process writes reaches this one without a restart: the

@@ -114,6 +114,19 @@ private Q_SLOTS:
         model.reset();
     }
 
+    // A notice (a save that failed) is shown in the overlay, then goes.
+    void aNoticeIsShownAndGoes()
+    {
+        auto *notice = view->rootObject()->findChild<QQuickItem *>(QStringLiteral("notice"));
+        QVERIFY(notice);
+        QVERIFY(!notice->isVisible());
+        presenter->showNotice(QStringLiteral("Your changes could not be saved: disk full."));
+        QTRY_VERIFY(notice->isVisible());
+        QCOMPARE(notice->property("text").toString(), presenter->notice());
+        presenter->showNotice(QString());
+        QTRY_VERIFY(!notice->isVisible());
+    }
+
     void draggingAnIconMovesItInTheModel()
     {
         // Off-centre on the target, so the icons make room instead of merging.

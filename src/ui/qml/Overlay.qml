@@ -84,6 +84,13 @@ FocusScope {
         gridMargin: overlay.gridMargin
         selectedIndex: overlay.selectedIndex
     }
+    Notice {
+        text: overlay.presenter.notice
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 64
+        anchors.horizontalCenter: parent.horizontalCenter
+        z: 10
+    }
     PageDots {
         visible: !overlay.searching
         anchors.bottom: parent.bottom
