@@ -86,8 +86,9 @@ FocusScope {
     }
     Notice {
         text: overlay.presenter.notice
+        // Over the page dots for the few seconds it shows, not over icons.
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 64
+        anchors.bottomMargin: 16
         anchors.horizontalCenter: parent.horizontalCenter
         z: 10
     }
