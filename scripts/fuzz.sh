@@ -36,7 +36,8 @@ nice -n 10 "$build/fuzz/fuzz_$target" "$work" "$corpus" "${dict[@]}" \
 fresh="$build/fuzz-merge/$target"
 rm -rf "$fresh"
 mkdir -p "$fresh"
-nice -n 10 "$build/fuzz/fuzz_$target" -merge=1 -max_len=65536 -timeout=10 "$fresh" "$corpus" "$work"
+nice -n 10 "$build/fuzz/fuzz_$target" -merge=1 -max_len=65536 -timeout=10 -artifact_prefix="$artifacts/" \
+  "$fresh" "$corpus" "$work"
 find "$corpus" -type f ! -name 'regression-*' -delete
 cp "$fresh"/* "$corpus"/
 echo "fuzz: $target corpus now $(find "$corpus" -type f | wc -l) files"
