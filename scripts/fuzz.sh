@@ -32,13 +32,14 @@ nice -n 10 "$build/fuzz/fuzz_$target" "$work" "$corpus" "${dict[@]}" \
 
 # Keep only the inputs that add coverage: merge into a fresh folder, then
 # replace the stored corpus with it. Inputs named regression-* once broke
-# something and stay whatever their coverage.
+# something, seed-* are real files (coverage of our code alone cannot tell
+# an XML from a binary plist); both stay whatever their coverage.
 fresh="$build/fuzz-merge/$target"
 rm -rf "$fresh"
 mkdir -p "$fresh"
 nice -n 10 "$build/fuzz/fuzz_$target" -merge=1 -max_len=65536 -timeout=10 -artifact_prefix="$artifacts/" \
   "$fresh" "$corpus" "$work"
-find "$corpus" -type f ! -name 'regression-*' -delete
+find "$corpus" -type f ! -name 'regression-*' ! -name 'seed-*' -delete
 cp "$fresh"/* "$corpus"/
 echo "fuzz: $target corpus now $(find "$corpus" -type f | wc -l) files"
 exit "$status"
