@@ -61,8 +61,15 @@ Invocation interpret(const QJsonObject &request)
         return invocation;
     }
     QStringList args;
-    for (const QJsonValue &v : request.value(QLatin1String("args")).toArray())
+    for (const QJsonValue &v : request.value(QLatin1String("args")).toArray()) {
+        // A number or an object read as "" would run a command the client
+        // never wrote ("move KEY" with an empty INDEX, a folder of "").
+        if (!v.isString()) {
+            invocation.reply = toJson(CommandResult::usage(QStringLiteral("arguments must be strings")));
+            return invocation;
+        }
         args.append(v.toString());
+    }
     const Verbs::Verb *verb = Verbs::find(args);
     if (!verb || !verb->forwarded) {
         invocation.reply = toJson(CommandResult::usage(

@@ -50,18 +50,25 @@ private Q_SLOTS:
     {
         QTest::addColumn<QJsonObject>("request");
         QTest::addColumn<QString>("error"); // the "error" field, or empty for a usage reply
-        QTest::newRow("no command") << QJsonObject{} << "unknown request";
-        QTest::newRow("unknown command") << QJsonObject{{"command", "quit"}} << "unknown request";
-        QTest::newRow("command not a string") << QJsonObject{{"command", 1}} << "unknown request";
-        QTest::newRow("defaults is never forwarded") << cli({"defaults", "read"}) << "";
-        QTest::newRow("--help is never forwarded") << cli({"--help"}) << "";
-        QTest::newRow("toggle takes no arguments") << cli({"toggle", "now"}) << "";
-        QTest::newRow("no arguments") << QJsonObject{{"command", "cli"}} << "";
+        QTest::addColumn<QString>("usage"); // how the usage error starts
+        const QString unknown = QStringLiteral("tillmora: unknown command '");
+        const QString notStrings = QStringLiteral("tillmora: arguments must be strings");
+        QTest::newRow("no command") << QJsonObject{} << "unknown request" << "";
+        QTest::newRow("unknown command") << QJsonObject{{"command", "quit"}} << "unknown request" << "";
+        QTest::newRow("command not a string") << QJsonObject{{"command", 1}} << "unknown request" << "";
+        QTest::newRow("defaults is never forwarded") << cli({"defaults", "read"}) << "" << unknown;
+        QTest::newRow("--help is never forwarded") << cli({"--help"}) << "" << unknown;
+        QTest::newRow("toggle takes no arguments") << cli({"toggle", "now"}) << "" << unknown;
+        QTest::newRow("no arguments") << QJsonObject{{"command", "cli"}} << "" << unknown;
+        QTest::newRow("a number among the arguments") << cli({"move", "A:/a.desktop", 0}) << "" << notStrings;
+        QTest::newRow("an object among the arguments")
+            << cli({"folder", "create", QJsonObject{}, "/a.desktop"}) << "" << notStrings;
     }
     void otherRequestsAreRefused()
     {
         QFETCH(QJsonObject, request);
         QFETCH(QString, error);
+        QFETCH(QString, usage);
         const auto invocation = InstanceCommands::interpret(request);
         QCOMPARE(invocation.kind, Kind::Refused);
         QVERIFY(invocation.args.isEmpty());
@@ -70,7 +77,8 @@ private Q_SLOTS:
             return;
         }
         QCOMPARE(invocation.reply.value("exitCode").toInt(), 2);
-        QVERIFY(invocation.reply.value("err").toString().startsWith("tillmora: unknown command '"));
+        QVERIFY2(invocation.reply.value("err").toString().startsWith(usage),
+                 qPrintable(invocation.reply.value("err").toString()));
     }
 };
 
