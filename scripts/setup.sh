@@ -20,6 +20,14 @@ packages=(
   xvfb xauth xdotool imagemagick x11-utils openbox libgl1-mesa-dri hicolor-icon-theme adwaita-icon-theme
 )
 
+# TILLMORA_FUZZ=ON: the fuzz targets instead (clang with libFuzzer), in
+# build-fuzz unless TILLMORA_BUILD_DIR says otherwise.
+fuzz="${TILLMORA_FUZZ:-OFF}"
+if [ "$fuzz" = ON ]; then
+  packages+=(clang libclang-rt-14-dev)
+  build="${TILLMORA_BUILD_DIR:-$root/build-fuzz}"
+fi
+
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
@@ -35,6 +43,16 @@ if ((${#missing[@]})); then
   export DEBIAN_FRONTEND=noninteractive
   "${sudo_cmd[@]}" apt-get update -qq
   "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+if [ "$fuzz" = ON ]; then
+  if [ ! -f "$build/build.ninja" ]; then
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="${TILLMORA_BUILD_TYPE:-RelWithDebInfo}" \
+      -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ -DTILLMORA_FUZZ=ON
+  fi
+  # Only the fuzzers and the libraries they link, not the whole program.
+  cmake --build "$build" -j"$(nproc)" --target fuzzers
+  exit 0
 fi
 
 if [ ! -f "$build/build.ninja" ]; then

@@ -1,5 +1,6 @@
 #include "app/InstanceChannel.h"
 
+#include "app/InstanceRequest.h"
 #include "foundation/Logging.h"
 
 #include <QCoreApplication>
@@ -20,8 +21,7 @@
 namespace {
 
 constexpr int kProbeTimeoutMs = 2000;
-// A request is one short JSON line; anything longer is not ours.
-constexpr qint64 kMaxRequestBytes = 1024 * 1024;
+constexpr qint64 kMaxRequestBytes = InstanceRequest::kMaxBytes;
 // Clients at once, and how long one may sit without sending a request.
 constexpr int kMaxClients = 32;
 constexpr int kIdleClientMs = 10000;
@@ -221,12 +221,12 @@ void InstanceChannel::acceptConnections()
             if (socket->canReadLine())
                 idle->stop();
             while (socket->canReadLine()) {
-                const QByteArray text = socket->readLine(kMaxRequestBytes + 1);
-                if (text.size() > kMaxRequestBytes || !text.endsWith('\n')) {
+                const auto parsed = InstanceRequest::parse(socket->readLine(kMaxRequestBytes + 1));
+                if (!std::holds_alternative<InstanceRequest::Request>(parsed)) {
                     socket->abort();
                     return;
                 }
-                const QJsonObject request = QJsonDocument::fromJson(text).object();
+                const auto &[request, hello] = std::get<InstanceRequest::Request>(parsed);
                 QPointer<QLocalSocket> target(socket);
                 const Reply reply = [target](const QJsonObject &answer) {
                     if (!target)
@@ -234,7 +234,7 @@ void InstanceChannel::acceptConnections()
                     target->write(line(answer));
                     target->flush();
                 };
-                if (request.value(QLatin1String("command")).toString() == QLatin1String("hello"))
+                if (hello)
                     reply({{"pid", QCoreApplication::applicationPid()}, {"terminating", m_terminating}});
                 else if (m_handler)
                     m_handler(request, reply);

@@ -63,32 +63,57 @@ void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controlle
 
 }
 
-void handle(const QJsonObject &request, LaunchpadWindowController &controller, InstanceChannel::Reply reply)
+Invocation interpret(const QJsonObject &request)
 {
+    Invocation invocation;
     const QString command = request.value(QLatin1String("command")).toString();
     if (command == QLatin1String("activate")) {
+        invocation.kind = Invocation::Kind::Activate;
+        return invocation;
+    }
+    if (command != QLatin1String("cli")) {
+        invocation.reply = {{"error", "unknown request"}};
+        return invocation;
+    }
+    QStringList args;
+    for (const QJsonValue &v : request.value(QLatin1String("args")).toArray()) {
+        // A number or an object read as "" would run a command the client
+        // never wrote ("move KEY" with an empty INDEX, a folder of "").
+        if (!v.isString()) {
+            invocation.reply = toJson(CommandResult::usage(QStringLiteral("arguments must be strings")));
+            return invocation;
+        }
+        args.append(v.toString());
+    }
+    const Verbs::Verb *verb = Verbs::find(args);
+    if (!verb || !verb->forwarded) {
+        invocation.reply = toJson(CommandResult::usage(
+            QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0))));
+        return invocation;
+    }
+    invocation.args = args;
+    invocation.overlay = verb->overlay;
+    invocation.kind = verb->overlay == Verbs::OverlayAction::None ? Invocation::Kind::Layout : Invocation::Kind::Overlay;
+    return invocation;
+}
+
+void handle(const QJsonObject &request, LaunchpadWindowController &controller, InstanceChannel::Reply reply)
+{
+    const Invocation invocation = interpret(request);
+    switch (invocation.kind) {
+    case Invocation::Kind::Refused: reply(invocation.reply); return;
+    case Invocation::Kind::Activate:
         controller.showOverlay();
         reply({{"ok", true}});
         return;
+    case Invocation::Kind::Layout: runWhenLoaded(invocation.args, controller, reply); return;
+    case Invocation::Kind::Overlay: break;
     }
-    if (command != QLatin1String("cli")) {
-        reply({{"error", "unknown request"}});
-        return;
-    }
-    QStringList args;
-    for (const QJsonValue &v : request.value(QLatin1String("args")).toArray())
-        args.append(v.toString());
-    const Verbs::Verb *verb = Verbs::find(args);
-    if (!verb || !verb->forwarded) {
-        reply(toJson(CommandResult::usage(
-            QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0)))));
-        return;
-    }
-    switch (verb->overlay) {
+    switch (invocation.overlay) {
     case Verbs::OverlayAction::Toggle: controller.toggleOverlay(); break;
     case Verbs::OverlayAction::Show: controller.showOverlay(); break;
     case Verbs::OverlayAction::Hide: controller.hideOverlay(); break;
-    case Verbs::OverlayAction::None: runWhenLoaded(args, controller, reply); return;
+    case Verbs::OverlayAction::None: break;
     }
     reply(toJson(CommandResult::ok()));
 }

@@ -45,12 +45,15 @@ std::optional<FolderItem> FolderItem::fromJson(const QJsonObject &json, QString 
     folder.slots = f.optionalStringList("slots").value_or(folder.appPaths);
     const QJsonObject original = f.optionalObject("originalGridSlots");
     for (auto it = original.begin(); it != original.end(); ++it) {
-        if (!it.value().isDouble()) {
+        // Converting a double outside qint64's range is undefined: such a
+        // cell is no integer we can hold, like a string is not.
+        const double cell = it.value().toDouble();
+        if (!it.value().isDouble() || !(cell >= -0x1p63 && cell < 0x1p63)) {
             if (error)
                 *error = QStringLiteral("key \"originalGridSlots\": expected integers");
             return std::nullopt;
         }
-        folder.originalGridSlots.insert(it.key(), qint64(it.value().toDouble()));
+        folder.originalGridSlots.insert(it.key(), qint64(cell));
     }
     return f.result(folder, error);
 }

@@ -8,6 +8,16 @@
 
 namespace PropertyListValue {
 
+// Dates are written as ISO 8601 in UTC, which has four-digit years only: a
+// date whose UTC form falls outside 0001..9999 (a year-9999 date west of
+// Greenwich) would be written as an empty string and never read back.
+static QVariant writableDate(const QDateTime &date)
+{
+    const QDateTime utc = date.toUTC();
+    const int year = utc.date().year();
+    return utc.isValid() && year >= 1 && year <= 9999 ? QVariant(utc) : QVariant();
+}
+
 QVariant normalized(const QVariant &value)
 {
     switch (value.typeId()) {
@@ -29,8 +39,8 @@ QVariant normalized(const QVariant &value)
         return value.toDouble();
     case QMetaType::QString: return value.toString();
     case QMetaType::QByteArray: return value.toByteArray();
-    case QMetaType::QDateTime: return value.toDateTime().toUTC();
-    case QMetaType::QDate: return QDateTime(value.toDate(), QTime(0, 0), Qt::UTC);
+    case QMetaType::QDateTime: return writableDate(value.toDateTime());
+    case QMetaType::QDate: return writableDate(QDateTime(value.toDate(), QTime(0, 0), Qt::UTC));
     case QMetaType::QStringList: {
         QVariantList out;
         for (const QString &s : value.toStringList())
@@ -158,8 +168,8 @@ QVariant fromJson(const QJsonValue &json, bool *ok)
         return decoded ? QVariant(*decoded) : fail(ok);
     }
     if (tag == QLatin1String("date")) {
-        const QDateTime dt = QDateTime::fromString(payload.toString(), Qt::ISODateWithMs);
-        return dt.isValid() ? QVariant(dt.toUTC()) : fail(ok);
+        const QVariant date = writableDate(QDateTime::fromString(payload.toString(), Qt::ISODateWithMs));
+        return date.isValid() ? date : fail(ok);
     }
     if (tag == QLatin1String("dict") && payload.isObject()) {
         QVariantMap out;

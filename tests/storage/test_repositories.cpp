@@ -160,6 +160,11 @@ private Q_SLOTS:
         QVERIFY(FoldersRepositoryImpl(store).loadAll().isEmpty());
         store->set(QByteArray(R"([{"id":"not-a-uuid","name":"n","appPaths":[]}])"), QStringLiteral("LaunchpadFolders_v1"));
         QVERIFY(FoldersRepositoryImpl(store).loadAll().isEmpty());
+        // A remembered cell past any 64-bit integer is no cell.
+        store->set(QByteArray(R"([{"id":"6F1A2B3C-0000-4000-8000-000000000001","name":"n","appPaths":[],)"
+                              R"("originalGridSlots":{"/a/A.app":1e20}}])"),
+                   QStringLiteral("LaunchpadFolders_v1"));
+        QVERIFY(FoldersRepositoryImpl(store).loadAll().isEmpty());
     }
 
     void widgetsAndWorkflowsRoundTrip()

@@ -225,8 +225,12 @@ private Q_SLOTS:
         store.set(QStringLiteral("kept"), QStringLiteral("k"));
         store.set(QVariant::fromValue(QSize(1, 2)), QStringLiteral("k"));
         store.set(QVariantList{QVariant::fromValue(QPoint(1, 1))}, QStringLiteral("k"));
+        // Dates that ISO 8601 cannot write: past year 9999 in UTC, invalid.
+        store.set(QDateTime(QDate(9999, 12, 31), QTime(23, 30), Qt::OffsetFromUTC, -3600),
+                  QStringLiteral("k"));
+        store.set(QDateTime(), QStringLiteral("k"));
         QCOMPARE(store.object(QStringLiteral("k")).toString(), QStringLiteral("kept"));
-        QCOMPARE(log.matching(QStringLiteral("Refusing to store")).size(), 2);
+        QCOMPARE(log.matching(QStringLiteral("Refusing to store")).size(), 4);
     }
 
     void unreadableFileReadsEmptyAndIsKeptBeforeItIsReplaced()
@@ -266,18 +270,24 @@ private Q_SLOTS:
         TempEnvironment env;
         QDir().mkpath(env.configDir());
         const QString path = settingsFile(env);
-        QVERIFY(writeFile(path, R"({"good": {"int": "7"}, "bad": {"quaternion": [1, 2]}, "list": ["a", {"int": "x"}]})"));
+        // "late" is a valid ISO date whose UTC form is in year 10000: it could
+        // be read but not written back.
+        QVERIFY(writeFile(path, R"({"good": {"int": "7"}, "bad": {"quaternion": [1, 2]}, "list": ["a", {"int": "x"}],
+                                    "late": {"date": "9999-12-31T23:30:00-01:00"}})"));
         LogCapture log;
         {
             UserDefaultsStore store(kDomain, std::nullopt, env.configDir());
             QCOMPARE(store.integer(QStringLiteral("good")), std::optional<qint64>(7));
             QVERIFY(!store.object(QStringLiteral("bad")).isValid());
             QVERIFY(!store.object(QStringLiteral("list")).isValid());
+            QVERIFY(!store.object(QStringLiteral("late")).isValid());
             store.set(1, QStringLiteral("other"));
             QVERIFY(store.synchronize());
         }
-        QCOMPARE(log.messages().filter(QStringLiteral("could not be decoded")).size(), 2);
+        QCOMPARE(log.messages().filter(QStringLiteral("could not be decoded")).size(), 3);
         QJsonObject root = QJsonDocument::fromJson(fileBytes(path)).object();
+        QCOMPARE(root.value(QStringLiteral("late")).toObject().value(QStringLiteral("date")).toString(),
+                 QStringLiteral("9999-12-31T23:30:00-01:00"));
         QCOMPARE(root.value(QStringLiteral("bad")).toObject().value(QStringLiteral("quaternion")).toArray().size(), 2);
         QCOMPARE(readInChild(env, QStringLiteral("good")), QStringLiteral("qlonglong|7"));
         QCOMPARE(readInChild(env, QStringLiteral("other")), QStringLiteral("qlonglong|1"));
