@@ -2,7 +2,7 @@
 
 #include "foundation/BundleIdentity.h"
 #include "foundation/Logging.h"
-#include "catalogue/DirectoryListing.h"
+#include "catalogue/FolderWalk.h"
 #include "catalogue/ExclusionRules.h"
 
 #include <QCoreApplication>
@@ -168,24 +168,19 @@ QList<AppItem> AppsRepositoryImpl::fetch() const
 
 void AppsRepositoryImpl::scanDirectory(Scan &scan, const QString &directory) const
 {
-    const auto entries = DirectoryListing::list(directory);
-    if (!entries)
-        return; // missing or unreadable folders are normal (no ~/Applications)
+    // Bundles in the folder and in its plain sub-folders (suites), no deeper;
+    // a link to a folder is not a suite. Missing or unreadable folders are
+    // normal (there is no ~/Applications on most machines).
     const bool coreServices = directory == m_coreServicesPath;
-    for (const auto &entry : *entries) {
-        const QString path = directory + u'/' + entry.name;
+    FolderWalk::Options options;
+    options.maxDepth = 1;
+    FolderWalk::walk(directory, options, [&](const FolderWalk::Entry &entry) {
         if (entry.name.endsWith(kAppSuffix)) {
-            consider(scan, path, entry.name, coreServices);
-        } else if (entry.type == DirectoryListing::Entry::Type::Directory) {
-            // A suite folder: its bundles count, deeper folders do not.
-            const auto inner = DirectoryListing::list(path);
-            if (!inner)
-                continue;
-            for (const auto &innerEntry : *inner)
-                if (innerEntry.name.endsWith(kAppSuffix))
-                    consider(scan, path + u'/' + innerEntry.name, innerEntry.name, coreServices);
+            consider(scan, entry.path, entry.name, coreServices);
+            return false;
         }
-    }
+        return entry.isFolder;
+    });
 }
 
 void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const QString &fileName,

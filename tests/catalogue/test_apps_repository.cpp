@@ -2,11 +2,15 @@
 #include "foundation/BundleIdentity.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "catalogue/BundleInfo.h"
+#include "catalogue/SmallFile.h"
+#include "common/Unprivileged.h"
 #include "fakes/FakeAppSource.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace CatalogueFixtures;
 
@@ -79,6 +83,80 @@ private Q_SLOTS:
 
         QCOMPARE(paths(AppsRepositoryImpl({apps}).fetch()),
                  QStringList({apps + "/Outer.app", apps + "/Suite/Tool.app"}));
+    }
+
+    // Links back up make no endless walk, and what stands where an
+    // Info.plist should be is never waited on.
+    void walkIsBoundedAndReadsDoNotBlock()
+    {
+        const QString apps = dir("Applications");
+        makeBundle(apps, "Good.app", app("com.example.good"));
+        makeBundle(apps + "/Suite", "Tool.app", app("com.example.tool"));
+        QVERIFY(QFile::link("..", apps + "/Suite/up"));
+        QVERIFY(QFile::link(".", apps + "/self"));
+        QVERIFY(QFile::link(".", apps + "/again"));
+        QDir().mkpath(apps + "/Fifo.app/Contents");
+        QCOMPARE(::mkfifo(QFile::encodeName(apps + "/Fifo.app/Contents/Info.plist").constData(), 0600), 0);
+        QDir().mkpath(apps + "/Zero.app/Contents");
+        QVERIFY(QFile::link("/dev/zero", apps + "/Zero.app/Contents/Info.plist"));
+
+        QCOMPARE(paths(AppsRepositoryImpl({apps}).fetch()), QStringList({apps + "/Good.app", apps + "/Suite/Tool.app"}));
+    }
+
+    void readsOnlySmallRegularFiles_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<SmallFile::Status>("status");
+        QTest::newRow("regular file") << "plain" << SmallFile::Status::Read;
+        QTest::newRow("exactly the cap") << "cap" << SmallFile::Status::Read;
+        QTest::newRow("one byte over the cap") << "over" << SmallFile::Status::Refused;
+        QTest::newRow("2 GB, sparse") << "huge" << SmallFile::Status::Refused;
+        QTest::newRow("FIFO without a writer") << "fifo" << SmallFile::Status::Refused;
+        QTest::newRow("link to /dev/zero") << "zero" << SmallFile::Status::Refused;
+        QTest::newRow("folder") << "folder" << SmallFile::Status::Refused;
+        QTest::newRow("link loop") << "loop" << SmallFile::Status::Refused;
+        QTest::newRow("missing") << "missing" << SmallFile::Status::Missing;
+        QTest::newRow("dangling link") << "dangling" << SmallFile::Status::Missing;
+        QTest::newRow("mode 000") << "locked" << SmallFile::Status::Unreadable;
+    }
+
+    void readsOnlySmallRegularFiles()
+    {
+        QFETCH(QString, name);
+        QFETCH(SmallFile::Status, status);
+        const QString path = m_root.path() + u'/' + name;
+        const auto sized = [&](qint64 size) {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(size));
+        };
+        if (name == "plain" || name == "locked")
+            writeFile(path, "<plist/>");
+        else if (name == "cap")
+            sized(SmallFile::kMaxBytes);
+        else if (name == "over")
+            sized(SmallFile::kMaxBytes + 1);
+        else if (name == "huge")
+            sized(qint64(2) << 30);
+        else if (name == "fifo")
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        else if (name == "zero")
+            QVERIFY(QFile::link("/dev/zero", path));
+        else if (name == "folder")
+            QDir().mkpath(path);
+        else if (name == "loop")
+            QVERIFY(QFile::link(path, path));
+        else if (name == "dangling")
+            QVERIFY(QFile::link(m_root.path() + "/nowhere", path));
+
+        Unprivileged unprivileged;
+        if (name == "locked") {
+            QVERIFY(QFile::setPermissions(path, {}));
+            if (!Unprivileged::lockedOut(path))
+                QSKIP("this process can read files of mode 000");
+        }
+        const auto result = SmallFile::read(path);
+        QCOMPARE(result.status, status);
+        QCOMPARE(result.bytes.size(), status == SmallFile::Status::Read ? QFileInfo(path).size() : 0);
     }
 
     void takesOnlyFinderFromCoreServices()
