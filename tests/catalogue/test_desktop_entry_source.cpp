@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLocale>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace CatalogueFixtures;
 
@@ -90,6 +91,21 @@ private Q_SLOTS:
         makeDesktopEntry(system1(), "deck.desktop", entry("Deck", "Name[de]=Tillmora-Deck\n"));
 
         QCOMPARE(names(source().fetch()), QStringList({"Installed", "Only Here", "Shown"}));
+    }
+
+    // Links back up are entered once, not for ever, and what is no regular
+    // file is never waited on.
+    void walkIsBoundedAndReadsDoNotBlock()
+    {
+        const QString editor = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
+        const QString tool = makeDesktopEntry(system1(), "vendor/tool.desktop", entry("Tool"));
+        QVERIFY(QFile::link(".", system1() + "/self"));
+        QVERIFY(QFile::link(".", system1() + "/again"));
+        QVERIFY(QFile::link("..", system1() + "/vendor/up"));
+        QCOMPARE(::mkfifo(QFile::encodeName(system1() + "/fifo.desktop").constData(), 0600), 0);
+        QVERIFY(QFile::link("/dev/zero", system1() + "/zero.desktop"));
+
+        QCOMPARE(paths(source().fetch()), QStringList({editor, tool}));
     }
 
     void showsLocalizedNamesInLocaleOrder()
