@@ -46,18 +46,21 @@ bool AppScan::isKnownGone(const QString &path) const
     // that is there but was not listed (unreadable, too deep, a loop) hides
     // what it holds.
     qsizetype cut = path.lastIndexOf(u'/');
+    if (cut < 0)
+        return false;
     QString child = path.mid(cut + 1);
     bool ownFolder = true;
-    while (cut > 0) {
-        const QString folder = path.left(cut);
+    for (;;) {
+        const QString folder = cut == 0 ? QStringLiteral("/") : path.left(cut);
         const auto listed = m_listed.constFind(folder);
         if (listed != m_listed.cend())
             return ownFolder || !listed->contains(child);
+        if (cut == 0)
+            return false;
         ownFolder = false;
         cut = folder.lastIndexOf(u'/');
         child = folder.mid(cut + 1);
     }
-    return false;
 }
 
 QString AppScan::identityByPath(const QString &path) const

@@ -45,12 +45,6 @@ std::optional<BundleInfo> BundleInfo::parse(const QByteArray &bytes)
     return info;
 }
 
-std::optional<BundleInfo> BundleInfo::readPlist(const QString &plistPath)
-{
-    const auto bytes = readFile(plistPath);
-    return bytes ? parse(*bytes) : std::nullopt;
-}
-
 std::optional<BundleInfo> BundleInfo::read(const QString &bundlePath)
 {
     for (const char *relative : kPlistLocations) {

@@ -9,15 +9,6 @@
 
 namespace AppReconciler {
 
-QSet<QString> pathsOf(const QList<AppItem> &apps)
-{
-    QSet<QString> paths;
-    paths.reserve(apps.size());
-    for (const AppItem &a : apps)
-        paths.insert(a.path);
-    return paths;
-}
-
 QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidden,
                           const QSet<QString> &folderMembers)
 {
@@ -32,12 +23,12 @@ QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidde
     return slots;
 }
 
-qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
+qsizetype clearDeletedApps(SlotEdit &edit, const IsGone &isGone)
 {
     qsizetype cleared = 0;
     for (qsizetype i = 0; i < edit.size(); ++i) {
         const QString path = SlotKey::appPath(edit.at(i));
-        if (path.isEmpty() || installed.contains(path))
+        if (path.isEmpty() || !isGone(path))
             continue;
         qCDebug(lcLayout, LogTexts::kCleanupGridApp, long(i), qUtf8Printable(path));
         edit.clear(i);
@@ -46,14 +37,14 @@ qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
     return cleared;
 }
 
-bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const QSet<QString> &installed)
+bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const IsGone &isGone)
 {
     bool changed = false;
     for (qsizetype f = 0; f < folders.size();) {
         FolderItem &folder = folders[f];
         QStringList gone;
         for (const QString &p : folder.appPaths)
-            if (!installed.contains(p))
+            if (isGone(p))
                 gone.append(p);
         if (!gone.isEmpty()) {
             qCDebug(lcLayout, LogTexts::kCleanupFolderApps, long(gone.size()),

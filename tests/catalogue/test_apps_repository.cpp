@@ -159,6 +159,50 @@ private Q_SLOTS:
         QCOMPARE(result.bytes.size(), status == SmallFile::Status::Read ? QFileInfo(path).size() : 0);
     }
 
+    // An app missing from a scan counts as gone only where the scan could
+    // look: a folder that is unreadable or missing this time proves nothing.
+    void knowsWhatIsGone_data()
+    {
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<bool>("gone");
+        QTest::newRow("installed") << "Apps/Keep.app" << false;
+        QTest::newRow("removed from a listed folder") << "Apps/Removed.app" << true;
+        QTest::newRow("there, but no application any more") << "Apps/Plain.app" << true;
+        QTest::newRow("folder of mode 000") << "Locked/Far.app" << false;
+        QTest::newRow("folder missing (not mounted)") << "Unmounted/Far.app" << false;
+        QTest::newRow("suite folder removed") << "Apps/OldSuite/Tool.app" << true;
+        QTest::newRow("suite folder of mode 000") << "Apps/LockedSuite/Tool.app" << false;
+        QTest::newRow("bundle of mode 000") << "Apps/LockedBundle.app" << false;
+        QTest::newRow("folder this process does not scan") << "Elsewhere/X.app" << false;
+    }
+
+    void knowsWhatIsGone()
+    {
+        QFETCH(QString, relative);
+        QFETCH(bool, gone);
+        const QString root = m_root.path();
+        makeBundle(dir("Apps"), "Keep.app", app("com.example.keep"));
+        makeBundle(dir("Apps"), "Plain.app", app({}));
+        makeBundle(dir("Apps/LockedSuite"), "Tool.app", app("com.example.tool"));
+        makeBundle(dir("Apps"), "LockedBundle.app", app("com.example.locked"));
+        makeBundle(dir("Locked"), "Far.app", app("com.example.far"));
+        makeBundle(dir("Elsewhere"), "X.app", app("com.example.x"));
+        const QStringList locked = {root + "/Locked", root + "/Apps/LockedSuite", root + "/Apps/LockedBundle.app"};
+        for (const QString &path : locked)
+            QVERIFY(QFile::setPermissions(path, {}));
+        const auto restore = qScopeGuard([&] {
+            for (const QString &path : locked)
+                QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        });
+
+        Unprivileged unprivileged;
+        if (!Unprivileged::lockedOut(root + "/Locked"))
+            QSKIP("this process can read folders of mode 000");
+        const AppScan scan = AppsRepositoryImpl({root + "/Apps", root + "/Locked", root + "/Unmounted"}).scan();
+        QCOMPARE(paths(scan.apps()), QStringList({root + "/Apps/Keep.app"}));
+        QCOMPARE(scan.isKnownGone(root + u'/' + relative), gone);
+    }
+
     void takesOnlyFinderFromCoreServices()
     {
         const QString core = dir("CoreServices");

@@ -1,5 +1,6 @@
 #include "CatalogueFixtures.h"
 #include "common/TempEnvironment.h"
+#include "common/Unprivileged.h"
 #include "platform/linux/DesktopEntrySource.h"
 
 #include <QDir>
@@ -106,6 +107,26 @@ private Q_SLOTS:
         QVERIFY(QFile::link("/dev/zero", system1() + "/zero.desktop"));
 
         QCOMPARE(paths(source().fetch()), QStringList({editor, tool}));
+    }
+
+    void knowsWhatIsGone()
+    {
+        const QString masked = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
+        makeDesktopEntry(home(), "editor.desktop", entry("My Editor")); // a menu editor's copy
+        const QString locked = makeDesktopEntry(system2(), "viewer.desktop", entry("Viewer"));
+        QVERIFY(QFile::setPermissions(system2(), {}));
+        const auto unlock = qScopeGuard([&] {
+            QFile::setPermissions(system2(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        });
+        Unprivileged unprivileged;
+        if (!Unprivileged::lockedOut(system2()))
+            QSKIP("this process can read folders of mode 000");
+
+        const AppScan scan = source().scan();
+        QVERIFY(scan.isKnownGone(masked));
+        QVERIFY(scan.isKnownGone(system1() + "/removed.desktop"));
+        QVERIFY(!scan.isKnownGone(locked));
+        QVERIFY(!scan.isKnownGone(m_env.path("unscanned/applications/tool.desktop")));
     }
 
     void showsLocalizedNamesInLocaleOrder()

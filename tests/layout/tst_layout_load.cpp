@@ -1,5 +1,12 @@
+#include "CatalogueFixtures.h"
 #include "LayoutTestSupport.h"
+#include "catalogue/AppsRepositoryImpl.h"
+#include "common/Unprivileged.h"
 #include "foundation/Uuids.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 using namespace LayoutTest;
 
@@ -124,6 +131,87 @@ private Q_SLOTS:
         QVERIFY(fx.fakes.hidden->stored.isEmpty());
         QCOMPARE(fx.fakes.recent->stored, QStringList{path("B")});
         QCOMPARE(fx.fakes.folders->stored, model.folders());
+    }
+
+    // A bundle folder that cannot be read this time (mode 000, a disk not
+    // mounted) takes nothing from the arrangement; once it is back the grid
+    // is as before. An app removed from a folder that could be read still
+    // leaves.
+    void unreadableFolderKeepsTheArrangement_data()
+    {
+        QTest::addColumn<bool>("missing");
+        QTest::newRow("mode 000") << false;
+        QTest::newRow("missing") << true;
+    }
+
+    void unreadableFolderKeepsTheArrangement()
+    {
+        QFETCH(bool, missing);
+        QTemporaryDir root;
+        const QString local = root.path() + "/Applications";
+        const QString disk = root.path() + "/Disk";
+        const auto bundle = [](const QString &dir, const QString &name) {
+            return CatalogueFixtures::makeBundle(dir, name + ".app", {"com.example." + name, name, {}, {}});
+        };
+        const QString keep = bundle(local, "Keep"), removed = bundle(local, "Removed");
+        const QString far = bundle(disk, "Far"), boxed = bundle(disk, "Boxed"), hiddenApp = bundle(disk, "Quiet");
+        const AppsRepositoryImpl catalogue({local, disk});
+
+        Fixture fx;
+        const auto reload = [&] {
+            Unprivileged unprivileged; // the scan runs here, on this thread
+            fx.fakes.apps->setScan(catalogue.scan());
+            if (!fx.model) {
+                fx.load();
+            } else {
+                fx.model->loadInitial();
+                QVERIFY(waitForLoad(*fx.model));
+            }
+        };
+        reload();
+        LaunchpadViewModel &model = *fx.model;
+        QVERIFY(model.createFolder("Box", {boxed}));
+        model.hideApp(hiddenApp);
+        model.noteLaunched(far);
+        QVERIFY(QDir(removed).removeRecursively());
+        reload();
+        const QStringList slots = model.slots();
+        const QList<FolderItem> folders = model.folders();
+        QVERIFY(!slots.contains(SlotKey::app(removed)));
+        QCOMPARE(slots.count(SlotKey::app(far)), 1);
+
+        if (missing)
+            QVERIFY(QDir().rename(disk, disk + ".away"));
+        else
+            QVERIFY(QFile::setPermissions(disk, {}));
+        const auto unlock = qScopeGuard([&] {
+            QFile::setPermissions(disk, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        });
+        if (!missing) {
+            Unprivileged unprivileged;
+            if (!Unprivileged::lockedOut(disk))
+                QSKIP("this process can read folders of mode 000");
+        }
+        reload();
+        QCOMPARE(model.apps().size(), 1); // Keep
+        QCOMPARE(model.slots(), slots);
+        QCOMPARE(model.folders(), folders);
+        QCOMPARE(fx.fakes.hidden->stored, QStringList{hiddenApp});
+        QCOMPARE(fx.fakes.recent->stored, QStringList{far});
+        // Shown dimmed under their last names, not as empty cells.
+        QCOMPARE(CatalogueFixtures::names(model.unavailableApps()), QStringList({"Far", "Boxed"}));
+
+        if (missing)
+            QVERIFY(QDir().rename(disk + ".away", disk));
+        else
+            QVERIFY(QFile::setPermissions(disk, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner));
+        reload();
+        QCOMPARE(model.apps().size(), 4);
+        QCOMPARE(model.slots(), slots);
+        QCOMPARE(model.folders(), folders);
+        QCOMPARE(fx.fakes.hidden->stored, QStringList{hiddenApp});
+        QVERIFY(model.unavailableApps().isEmpty());
+        QCOMPARE(fx.fakes.order->storedSlots, slots);
     }
 
     void newAppFillsTheFirstEmptyCellNotTheEnd()

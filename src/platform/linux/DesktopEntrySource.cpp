@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QSet>
 #include <algorithm>
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -91,11 +92,14 @@ private:
 
 // Entries by desktop-file id; the first folder that has an id wins, even when
 // that entry turns out hidden or unreadable: it masks the ones below it.
-void collect(const QString &dir, QSet<QString> &ids, QList<Candidate> &out)
+void collect(const QString &dir, QSet<QString> &ids, QList<Candidate> &out, AppScan &scan)
 {
     FolderWalk::Options options;
     options.maxDepth = kMaxDepth;
     options.followLinks = true;
+    options.listed = [&](const QString &folder, const QSet<QString> &subfolders) {
+        scan.addListedFolder(folder, subfolders);
+    };
     FolderWalk::walk(dir, options, [&](const FolderWalk::Entry &entry) {
         if (entry.isFolder)
             return true;
@@ -125,18 +129,24 @@ QByteArray cacheContext()
     return context;
 }
 
-std::optional<DesktopEntry> readEntry(const QString &path, const QList<QByteArray> &languages)
+// unreadable, if given, is set when the file is there but this run may not
+// read it.
+std::optional<DesktopEntry> readEntry(const QString &path, const QList<QByteArray> &languages,
+                                      bool *unreadable = nullptr)
 {
     const auto file = SmallFile::read(path);
+    if (unreadable)
+        *unreadable = file.status == SmallFile::Status::Unreadable;
     if (file.status != SmallFile::Status::Read)
         return std::nullopt;
     return DesktopEntry::parse(file.bytes, languages);
 }
 
 // Whether the entry shows, and as what.
-std::optional<AppItem> evaluate(const Candidate &candidate, const Session &session, ProgramLookup &programs)
+std::optional<AppItem> evaluate(const Candidate &candidate, const Session &session, ProgramLookup &programs,
+                                bool &unreadable)
 {
-    const auto entry = readEntry(candidate.path, session.languages);
+    const auto entry = readEntry(candidate.path, session.languages, &unreadable);
     if (!entry || entry->hidden || entry->noDisplay || !entry->shownIn(session.desktops))
         return std::nullopt;
     for (const QByteArray &program : entry->programs)
@@ -170,12 +180,13 @@ QStringList DesktopEntrySource::applicationDirectories() const
     return out;
 }
 
-QList<AppItem> DesktopEntrySource::fetch() const
+AppScan DesktopEntrySource::scan() const
 {
+    AppScan scan;
     QSet<QString> ids;
     QList<Candidate> candidates;
     for (const QString &dir : applicationDirectories())
-        collect(dir, ids, candidates);
+        collect(dir, ids, candidates, scan);
 
     QList<AppItem> items;
     {
@@ -189,16 +200,30 @@ QList<AppItem> DesktopEntrySource::fetch() const
         ProgramLookup programs;
         QHash<QString, CachedEntry> cache;
         for (const Candidate &candidate : candidates) {
-            const auto stamp = FileStamp::of(candidate.path);
-            if (!stamp)
-                continue; // a broken link, or gone since the listing
+            int error = 0;
+            const auto stamp = FileStamp::of(candidate.path, &error);
+            if (!stamp) {
+                // A broken link or gone since the listing is no app; one this
+                // run may not look at may still be.
+                if (error != ENOENT && error != ENOTDIR && error != ELOOP)
+                    scan.addUnreadable(candidate.path);
+                continue;
+            }
             const auto cached = m_cache.constFind(candidate.path);
-            const CachedEntry entry = cached != m_cache.cend() && cached->stamp == *stamp
-                ? *cached
-                : CachedEntry{*stamp, evaluate(candidate, session, programs)};
-            cache.insert(candidate.path, entry);
-            if (entry.item)
-                items.append(*entry.item);
+            std::optional<AppItem> item;
+            if (cached != m_cache.cend() && cached->stamp == *stamp) {
+                item = cached->item;
+            } else {
+                bool unreadable = false;
+                item = evaluate(candidate, session, programs, unreadable);
+                if (unreadable) {
+                    scan.addUnreadable(candidate.path);
+                    continue; // not remembered: the next scan tries again
+                }
+            }
+            cache.insert(candidate.path, CachedEntry{*stamp, item});
+            if (item)
+                items.append(*item);
         }
         m_cache.swap(cache);
     }
@@ -213,11 +238,9 @@ QList<AppItem> DesktopEntrySource::fetch() const
         const int order = a.first.compare(b.first);
         return order != 0 ? order < 0 : items[a.second].path < items[b.second].path;
     });
-    QList<AppItem> sorted;
-    sorted.reserve(items.size());
     for (const auto &key : keys)
-        sorted.append(items[key.second]);
-    return sorted;
+        scan.add(items[key.second]);
+    return scan;
 }
 
 std::optional<AppIconReference> DesktopEntrySource::iconReference(const QString &appPath) const

@@ -27,7 +27,7 @@ public:
     QStringList applicationDirectories() const;
 
     // Ordered by display name, case-insensitive and by the rules of the locale.
-    QList<AppItem> fetch() const override;
+    AppScan scan() const override;
     QStringList watchedDirectories() const override { return applicationDirectories(); }
     std::optional<AppIconReference> iconReference(const QString &appPath) const override;
 
