@@ -36,5 +36,5 @@ public:
 namespace AppItems {
 // An item whose id follows from its path, so the same application keeps the
 // same id across scans and restarts.
-AppItem make(const QString &path, const QString &displayName);
+AppItem make(const QString &path, const QString &displayName, const QString &identity = {});
 }

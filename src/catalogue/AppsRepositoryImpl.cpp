@@ -197,7 +197,7 @@ void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const Q
         return;
     if (!shouldIncludeApp(bundlePath, *info))
         return;
-    scan.result.add(AppItems::make(bundlePath, info->shownName(bundlePath)));
+    scan.result.add(AppItems::make(bundlePath, info->shownName(bundlePath), info->identifier));
 }
 
 std::optional<BundleInfo> AppsRepositoryImpl::infoOf(Scan &scan, const QString &bundlePath, bool &unreadable) const

@@ -1,7 +1,9 @@
 #include "cli/HeadlessSession.h"
 
 #include "app/RegisteredDefaults.h"
+#include "catalogue/CatalogueCache.h"
 #include "layout/LaunchpadViewModel.h"
+#include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -13,6 +15,10 @@ HeadlessSession::HeadlessSession(const StorageLocations &locations, const Catalo
     m_composition = CompositionRoot::build(locations, catalogue);
     MigrationService(m_composition.userDefaultsStore, m_composition.fileSystemStore).runAll();
     m_model = std::make_unique<LaunchpadViewModel>(m_composition.layoutServices());
+    // What the launcher saw last: an app that moved to another path is only
+    // recognised by the identity it had at the old one.
+    m_model->preloadApps(CatalogueCache::load(
+        m_composition.fileSystemStore->pathFor(QLatin1String(CatalogueCache::kFileName))));
 }
 
 HeadlessSession::~HeadlessSession() = default;

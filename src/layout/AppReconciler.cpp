@@ -69,6 +69,57 @@ bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, co
     return changed;
 }
 
+QHash<QString, QString> movedApps(const QStringList &arranged, const QList<AppItem> &apps, const IsGone &isGone,
+                                  const std::function<QString(const QString &)> &identityOf)
+{
+    const QSet<QString> placed(arranged.cbegin(), arranged.cend());
+    QHash<QString, QStringList> candidates; // identity -> unplaced paths, in scan order
+    for (const AppItem &a : apps)
+        if (!a.identity.isEmpty() && !placed.contains(a.path))
+            candidates[a.identity].append(a.path);
+    QHash<QString, QString> moves;
+    if (candidates.isEmpty())
+        return moves;
+    for (const QString &path : arranged) {
+        if (moves.contains(path) || !isGone(path))
+            continue;
+        const auto found = candidates.find(identityOf(path));
+        if (found == candidates.end() || found->isEmpty())
+            continue;
+        moves.insert(path, found->takeFirst());
+    }
+    return moves;
+}
+
+bool renameApps(SlotEdit &edit, QList<FolderItem> &folders, const QHash<QString, QString> &moves)
+{
+    if (moves.isEmpty())
+        return false;
+    for (qsizetype i = 0; i < edit.size(); ++i) {
+        const auto to = moves.constFind(SlotKey::appPath(edit.at(i)));
+        if (to != moves.cend())
+            edit.set(i, SlotKey::app(*to));
+    }
+    bool changed = false;
+    for (FolderItem &folder : folders) {
+        for (QString &member : folder.appPaths) {
+            if (const auto to = moves.constFind(member); to != moves.cend()) {
+                member = *to;
+                changed = true;
+            }
+        }
+        for (QString &cell : folder.slots) {
+            if (const auto to = moves.constFind(SlotKey::appPath(cell)); to != moves.cend())
+                cell = SlotKey::kindOf(cell) == SlotKey::Kind::App && cell != SlotKey::appPath(cell) ? SlotKey::app(*to)
+                                                                                                      : *to;
+        }
+        for (auto it = moves.cbegin(); it != moves.cend(); ++it)
+            if (folder.originalGridSlots.contains(it.key()))
+                folder.originalGridSlots.insert(it.value(), folder.originalGridSlots.take(it.key()));
+    }
+    return changed;
+}
+
 qsizetype placeNewApps(SlotEdit &edit, const QList<AppItem> &apps, const QList<FolderItem> &folders,
                        const QSet<QString> &hidden)
 {

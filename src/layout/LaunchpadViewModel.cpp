@@ -16,6 +16,8 @@
 #include "foundation/Uuids.h"
 #include "layout/WidgetLayout.h"
 #include "organise/WorkflowsRepository.h"
+#include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
 #include "storage/RecentAppsService.h"
@@ -332,9 +334,9 @@ void LaunchpadViewModel::applyScan(const AppScan &scan)
     m_lookup.reset();
     Q_EMIT appsChanged();
 
-    const QSet<QString> hidden = hiddenApps();
     SlotEdit edit(m_slots);
-    int save = 0;
+    int save = followMovedApps(scan, lastSeen, edit);
+    const QSet<QString> hidden = hiddenApps();
     if (m_slots.isEmpty()) {
         LAYOUT_LOG(LogTexts::kSlotsEmpty);
         for (const QString &key :
@@ -361,6 +363,56 @@ void LaunchpadViewModel::applyScan(const AppScan &scan)
         save |= SlotsPart;
     commit(edit, save);
     finishLoading();
+}
+
+int LaunchpadViewModel::followMovedApps(const AppScan &scan, const QHash<QString, AppItem> &lastSeen, SlotEdit &edit)
+{
+    // What the user arranged, in the order it claims a moved app: the grid,
+    // the folders, the hidden list.
+    QStringList arranged;
+    for (const QString &key : m_slots)
+        if (const QString path = SlotKey::appPath(key); !path.isEmpty())
+            arranged.append(path);
+    for (const FolderItem &folder : m_folders)
+        arranged += folder.appPaths;
+    arranged += m_services.hiddenAppsService->hiddenApps();
+    const auto identityOf = [&](const QString &path) {
+        const QString byPath = scan.identityByPath(path);
+        return byPath.isEmpty() ? lastSeen.value(path).identity : byPath;
+    };
+    const QHash<QString, QString> moves = AppReconciler::movedApps(
+        arranged, scan.apps(), [&scan](const QString &path) { return scan.isKnownGone(path); }, identityOf);
+    if (moves.isEmpty())
+        return 0;
+
+    int save = SlotsPart;
+    if (AppReconciler::renameApps(edit, m_folders, moves))
+        save |= FoldersPart;
+    bool inWorkflows = false;
+    for (WorkflowItem &workflow : m_workflows) {
+        for (QString &path : workflow.appPaths) {
+            if (const auto to = moves.constFind(path); to != moves.cend()) {
+                path = *to;
+                inWorkflows = true;
+            }
+        }
+    }
+    if (inWorkflows) {
+        m_services.workflowsRepo->save(m_workflows);
+        Q_EMIT workflowsChanged();
+    }
+    for (auto it = moves.cbegin(); it != moves.cend(); ++it) {
+        LAYOUT_LOG(LogTexts::kAppMoved, qUtf8Printable(identityOf(it.key())), qUtf8Printable(it.key()),
+                   qUtf8Printable(it.value()));
+        m_services.hiddenAppsService->moveAppPath(it.key(), it.value());
+        if (m_services.recentAppsService)
+            m_services.recentAppsService->moveAppPath(it.key(), it.value());
+        if (m_services.appNames)
+            m_services.appNames->moveAppPath(it.key(), it.value());
+        if (m_services.appIcons)
+            m_services.appIcons->moveAppPath(it.key(), it.value());
+    }
+    return save;
 }
 
 void LaunchpadViewModel::finishLoading()

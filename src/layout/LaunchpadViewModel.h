@@ -191,6 +191,11 @@ private:
     void loadStoredLayout();
     void startScan();
     void applyScan(const AppScan &scan);
+    // Points what the user arranged at apps that moved to another path (the
+    // same identity, see AppReconciler::movedApps): cells, folders, hidden
+    // and recent lists, workflows, custom names and icons. Returns the parts
+    // to save.
+    int followMovedApps(const AppScan &scan, const QHash<QString, AppItem> &lastSeen, SlotEdit &edit);
     void finishLoading();
     void setLoading(bool loading);
 

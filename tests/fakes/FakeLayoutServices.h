@@ -134,6 +134,11 @@ public:
         stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
         return before - stored.size();
     }
+    void moveAppPath(const QString &from, const QString &to) override
+    {
+        if (const qsizetype at = stored.indexOf(from); at >= 0)
+            stored[at] = to;
+    }
 };
 
 class FakeRecentAppsService final : public RecentAppsService {
@@ -150,6 +155,11 @@ public:
         const qsizetype before = stored.size();
         stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
         return before - stored.size();
+    }
+    void moveAppPath(const QString &from, const QString &to) override
+    {
+        if (const qsizetype at = stored.indexOf(from); at >= 0)
+            stored[at] = to;
     }
 };
 

@@ -1,8 +1,14 @@
 #include "CatalogueFixtures.h"
 #include "LayoutTestSupport.h"
 #include "catalogue/AppsRepositoryImpl.h"
+#include "common/TempEnvironment.h"
 #include "common/Unprivileged.h"
 #include "foundation/Uuids.h"
+#include "platform/linux/DesktopEntrySource.h"
+#include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
+#include "storage/FileSystemStore.h"
+#include "storage/UserDefaultsStore.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -212,6 +218,90 @@ private Q_SLOTS:
         QCOMPARE(fx.fakes.hidden->stored, QStringList{hiddenApp});
         QVERIFY(model.unavailableApps().isEmpty());
         QCOMPARE(fx.fakes.order->storedSlots, slots);
+    }
+
+    // The same application at a new path keeps everything the user gave it:
+    // a desktop entry copied to the user's folder by a menu editor (masking
+    // the system one), a bundle reinstalled in another folder.
+    void aMovedAppKeepsItsPlace_data()
+    {
+        QTest::addColumn<bool>("desktopEntries");
+        QTest::newRow("desktop entries copied to the user's folder") << true;
+        QTest::newRow("bundles reinstalled elsewhere") << false;
+    }
+
+    void aMovedAppKeepsItsPlace()
+    {
+        QFETCH(bool, desktopEntries);
+        TempEnvironment env;
+        const QByteArray dataDirs = qgetenv("XDG_DATA_DIRS");
+        qputenv("XDG_DATA_DIRS", env.path("sys").toLocal8Bit());
+        const auto restore = qScopeGuard([&] { qputenv("XDG_DATA_DIRS", dataDirs); });
+        const QString oldDir = desktopEntries ? env.path("sys/applications") : env.path("UserApps");
+        const QString newDir = desktopEntries ? env.path("data/applications") : env.path("Applications");
+        const auto install = [&](const QString &dir, const QString &name) {
+            if (desktopEntries)
+                return CatalogueFixtures::makeDesktopEntry(dir, "org.example." + name + ".desktop",
+                                                           "Type=Application\nName=" + name + "\nExec=true\n");
+            return CatalogueFixtures::makeBundle(dir, name + ".app", {"org.example." + name, name, {}, {}});
+        };
+        const QStringList names = {"Grid", "Boxed", "Quiet", "Other"};
+        QStringList was;
+        for (const QString &name : names)
+            was.append(install(oldDir, name));
+
+        AppsRepositoryImpl catalogue({env.path("Applications"), env.path("UserApps")});
+        catalogue.addSource(std::make_shared<DesktopEntrySource>(QStringList()));
+        const auto store = UserDefaultsStore::standard(env.configDir());
+        FakeLayoutServices fakes;
+        LayoutServices services = fakes.services();
+        const auto customNames = std::make_shared<AppNameRepositoryImpl>(store);
+        const auto customIcons =
+            std::make_shared<AppsCustomizationRepositoryImpl>(store, std::make_shared<FileSystemStore>(env.dataDir()));
+        services.appNames = customNames;
+        services.appIcons = customIcons;
+        LaunchpadViewModel model(services);
+        const auto reload = [&] {
+            fakes.apps->setScan(catalogue.scan());
+            model.loadInitial();
+            return waitForLoad(model);
+        };
+        QVERIFY(reload());
+        QVERIFY(model.createFolder("Box", {was[1]}));
+        model.hideApp(was[2]);
+        model.noteLaunched(was[0]);
+        customNames->setCustomName(was[0], "My Grid");
+        const CustomAppIcon icon{"asset:star", true, CustomAppIconBackgroundMode::material};
+        customIcons->setIcon(was[0], icon);
+        WorkflowItem workflow;
+        workflow.id = QUuid::createUuid();
+        workflow.appPaths = {was[0]};
+        fakes.workflows->stored = {workflow};
+        QVERIFY(reload());
+        const qsizetype cell = model.slots().indexOf(SlotKey::app(was[0]));
+        const QStringList folderSlots = model.folders().first().slots;
+
+        QStringList now;
+        for (const QString &name : names.mid(0, 3))
+            now.append(install(newDir, name));
+        if (!desktopEntries)
+            for (const QString &path : was.mid(0, 3))
+                QVERIFY(QDir(path).removeRecursively());
+        QVERIFY(reload());
+
+        QCOMPARE(model.slots().indexOf(SlotKey::app(now[0])), cell);
+        QCOMPARE(model.folders().size(), 1);
+        QCOMPARE(model.folders().first().appPaths, QStringList{now[1]});
+        QCOMPARE(model.folders().first().slots, QStringList(folderSlots).replaceInStrings(was[1], now[1]));
+        QCOMPARE(fakes.hidden->stored, QStringList{now[2]});
+        QCOMPARE(fakes.recent->stored, QStringList{now[0]});
+        QCOMPARE(customNames->all(), (QMap<QString, QString>{{now[0], "My Grid"}}));
+        QCOMPARE(customIcons->all(), (QMap<QString, CustomAppIcon>{{now[0], icon}}));
+        QCOMPARE(model.workflows().first().appPaths, QStringList{now[0]});
+        QCOMPARE(fakes.workflows->stored, model.workflows());
+        for (const QString &path : now) // placed once, where the old path stood, not again as new
+            QVERIFY(model.slots().count(SlotKey::app(path)) <= 1);
+        QVERIFY(model.slots().contains(SlotKey::app(was[3]))); // not moved: untouched
     }
 
     void newAppFillsTheFirstEmptyCellNotTheEnd()

@@ -156,7 +156,7 @@ std::optional<AppItem> evaluate(const Candidate &candidate, const Session &sessi
     if (ExclusionRules::mentionsLauncher(candidate.id) || ExclusionRules::mentionsLauncher(name)
         || ExclusionRules::mentionsLauncher(entry->untranslatedName))
         return std::nullopt;
-    return AppItems::make(candidate.path, name);
+    return AppItems::make(candidate.path, name, candidate.id);
 }
 
 }
@@ -185,8 +185,10 @@ AppScan DesktopEntrySource::scan() const
     AppScan scan;
     QSet<QString> ids;
     QList<Candidate> candidates;
-    for (const QString &dir : applicationDirectories())
+    for (const QString &dir : applicationDirectories()) {
+        scan.addIdentityRoot(dir); // an entry's id follows from its path
         collect(dir, ids, candidates, scan);
+    }
 
     QList<AppItem> items;
     {
