@@ -1,6 +1,5 @@
 #include "CatalogueFixtures.h"
 #include "common/TempEnvironment.h"
-#include "common/Unprivileged.h"
 #include "platform/linux/DesktopEntrySource.h"
 
 #include <QDir>
@@ -109,24 +108,17 @@ private Q_SLOTS:
         QCOMPARE(paths(source().fetch()), QStringList({editor, tool}));
     }
 
+    // A menu editor's copy in the user's folder masks the system entry: that
+    // one is no app of its own any more. A folder not scanned proves nothing.
     void knowsWhatIsGone()
     {
         const QString masked = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
-        makeDesktopEntry(home(), "editor.desktop", entry("My Editor")); // a menu editor's copy
-        const QString locked = makeDesktopEntry(system2(), "viewer.desktop", entry("Viewer"));
-        QVERIFY(QFile::setPermissions(system2(), {}));
-        const auto unlock = qScopeGuard([&] {
-            QFile::setPermissions(system2(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
-        });
-        Unprivileged unprivileged;
-        if (!Unprivileged::lockedOut(system2()))
-            QSKIP("this process can read folders of mode 000");
-
+        makeDesktopEntry(home(), "editor.desktop", entry("My Editor"));
         const AppScan scan = source().scan();
         QVERIFY(scan.isKnownGone(masked));
         QVERIFY(scan.isKnownGone(system1() + "/removed.desktop"));
-        QVERIFY(!scan.isKnownGone(locked));
         QVERIFY(!scan.isKnownGone(m_env.path("unscanned/applications/tool.desktop")));
+        QCOMPARE(scan.apps().first().identity, QString("editor.desktop"));
     }
 
     void showsLocalizedNamesInLocaleOrder()

@@ -302,8 +302,8 @@ private Q_SLOTS:
         QCOMPARE(f.pages().currentPage(), 1);
     }
 
-    // An app whose folder could not be read this time keeps its cell: drawn
-    // dimmed under its (custom) name, movable, and opening it does nothing.
+    // An app whose folder could not be read keeps its cell: dimmed under its
+    // custom name, movable, not opened.
     void anAppTheScanCannotFindIsDimmedNotLost()
     {
         Fixture f(6);
