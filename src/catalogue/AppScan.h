@@ -39,7 +39,6 @@ public:
 
     // True only when this scan proves path is no longer an application.
     bool isKnownGone(const QString &path) const;
-    bool wasListed(const QString &folder) const { return m_listed.contains(folder); }
     // The identity an application at path has by its place alone, or empty.
     QString identityByPath(const QString &path) const;
 

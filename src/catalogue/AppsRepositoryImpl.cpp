@@ -2,9 +2,9 @@
 
 #include "foundation/BundleIdentity.h"
 #include "foundation/Logging.h"
+#include "catalogue/ExclusionRules.h"
 #include "catalogue/FolderWalk.h"
 #include "catalogue/SmallFile.h"
-#include "catalogue/ExclusionRules.h"
 
 #include <QCoreApplication>
 #include <QDir>

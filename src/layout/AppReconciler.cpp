@@ -110,8 +110,7 @@ bool renameApps(SlotEdit &edit, QList<FolderItem> &folders, const QHash<QString,
         }
         for (QString &cell : folder.slots) {
             if (const auto to = moves.constFind(SlotKey::appPath(cell)); to != moves.cend())
-                cell = SlotKey::kindOf(cell) == SlotKey::Kind::App && cell != SlotKey::appPath(cell) ? SlotKey::app(*to)
-                                                                                                      : *to;
+                cell = cell.startsWith(QLatin1String("A:")) ? SlotKey::app(*to) : *to; // keeps the cell's form
         }
         for (auto it = moves.cbegin(); it != moves.cend(); ++it)
             if (folder.originalGridSlots.contains(it.key()))
