@@ -63,6 +63,8 @@ LayoutServices CompositionRoot::layoutServices() const
     services.workflowsRepo = workflowsRepo;
     services.hiddenAppsService = hiddenAppsService;
     services.recentAppsService = recentAppsService;
+    services.appNames = appNameRepository;
+    services.appIcons = appsCustomizationRepository;
     services.preferences = userDefaultsStore;
     return services;
 }

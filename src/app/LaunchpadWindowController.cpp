@@ -46,13 +46,16 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
 
     m_layout = new LaunchpadViewModel(m_composition.layoutServices(), this);
     // The first frame draws from the last run's catalogue; each finished scan
-    // refreshes the cache for the next start.
+    // refreshes the cache for the next start. Apps the scan could not vouch
+    // for are kept in it too: their last names and identities are all that
+    // is known of them.
     const QString cache = m_composition.fileSystemStore->pathFor(QLatin1String(CatalogueCache::kFileName));
     m_cachedApps = CatalogueCache::load(cache);
     m_layout->preloadApps(m_cachedApps);
     connect(m_layout, &LaunchpadViewModel::loadFinished, this, [this, cache] {
-        if (!m_layout->isLoading() && !m_layout->apps().isEmpty() && m_layout->apps() != m_cachedApps) {
-            m_cachedApps = m_layout->apps();
+        const QList<AppItem> seen = m_layout->apps() + m_layout->unavailableApps();
+        if (!m_layout->isLoading() && !m_layout->apps().isEmpty() && seen != m_cachedApps) {
+            m_cachedApps = seen;
             CatalogueCache::save(cache, m_cachedApps);
         }
     });

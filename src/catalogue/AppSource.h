@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/GridRecords.h"
+#include "catalogue/AppScan.h"
 
 #include <QList>
 #include <QString>
@@ -15,14 +15,16 @@ struct AppIconReference {
 };
 
 // One kind of installed application beside the bundles (for example the
-// desktop entries of a Linux desktop). fetch() runs on a worker thread, so a
+// desktop entries of a Linux desktop). scan() runs on a worker thread, so a
 // source keeps no unguarded mutable state.
 class AppSource {
 public:
     virtual ~AppSource() = default;
 
-    // The source's applications, in the order the catalogue should show them.
-    virtual QList<AppItem> fetch() const = 0;
+    // The source's applications, in the order the catalogue should show them,
+    // and the folders it could list.
+    virtual AppScan scan() const = 0;
+    QList<AppItem> fetch() const { return scan().apps(); }
     // Folders whose entry list changes when an application is installed or
     // removed.
     virtual QStringList watchedDirectories() const = 0;
@@ -34,5 +36,5 @@ public:
 namespace AppItems {
 // An item whose id follows from its path, so the same application keeps the
 // same id across scans and restarts.
-AppItem make(const QString &path, const QString &displayName);
+AppItem make(const QString &path, const QString &displayName, const QString &identity = {});
 }

@@ -2,12 +2,14 @@
 
 #include "foundation/BundleIdentity.h"
 #include "foundation/Logging.h"
-#include "catalogue/DirectoryListing.h"
 #include "catalogue/ExclusionRules.h"
+#include "catalogue/FolderWalk.h"
+#include "catalogue/SmallFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QSet>
+#include <cerrno>
 
 namespace {
 
@@ -35,8 +37,7 @@ QString runningBundlePath()
 }
 
 struct AppsRepositoryImpl::Scan {
-    QSet<QString> seen;
-    QList<AppItem> items;
+    AppScan result;
     QHash<QString, CachedInfo> cache;
 };
 
@@ -144,7 +145,7 @@ bool AppsRepositoryImpl::shouldIncludeApp(const QString &bundlePath, const Bundl
     return !ExclusionRules::mentionsLauncher(fileName);
 }
 
-QList<AppItem> AppsRepositoryImpl::fetch() const
+AppScan AppsRepositoryImpl::scan() const
 {
     Scan scan;
     {
@@ -153,39 +154,31 @@ QList<AppItem> AppsRepositoryImpl::fetch() const
             scanDirectory(scan, directory);
         m_infoCache.swap(scan.cache); // forget bundles that are gone
     }
-    const qsizetype bundles = scan.items.size();
-    for (const auto &source : m_sources) {
-        for (const AppItem &item : source->fetch()) {
-            if (!scan.seen.contains(item.path)) {
-                scan.seen.insert(item.path);
-                scan.items.append(item);
-            }
-        }
-    }
-    qCDebug(lcServices, "Fetched %ld apps (%ld bundles)", long(scan.items.size()), long(bundles));
-    return scan.items;
+    const qsizetype bundles = scan.result.apps().size();
+    for (const auto &source : m_sources)
+        scan.result.merge(source->scan());
+    qCDebug(lcServices, "Fetched %ld apps (%ld bundles)", long(scan.result.apps().size()), long(bundles));
+    return scan.result;
 }
 
 void AppsRepositoryImpl::scanDirectory(Scan &scan, const QString &directory) const
 {
-    const auto entries = DirectoryListing::list(directory);
-    if (!entries)
-        return; // missing or unreadable folders are normal (no ~/Applications)
+    // Bundles in the folder and in its plain sub-folders (suites), no deeper;
+    // a link to a folder is not a suite. Missing or unreadable folders are
+    // normal (there is no ~/Applications on most machines).
     const bool coreServices = directory == m_coreServicesPath;
-    for (const auto &entry : *entries) {
-        const QString path = directory + u'/' + entry.name;
+    FolderWalk::Options options;
+    options.maxDepth = 1;
+    options.listed = [&](const QString &folder, const QSet<QString> &subfolders) {
+        scan.result.addListedFolder(folder, subfolders);
+    };
+    FolderWalk::walk(directory, options, [&](const FolderWalk::Entry &entry) {
         if (entry.name.endsWith(kAppSuffix)) {
-            consider(scan, path, entry.name, coreServices);
-        } else if (entry.type == DirectoryListing::Entry::Type::Directory) {
-            // A suite folder: its bundles count, deeper folders do not.
-            const auto inner = DirectoryListing::list(path);
-            if (!inner)
-                continue;
-            for (const auto &innerEntry : *inner)
-                if (innerEntry.name.endsWith(kAppSuffix))
-                    consider(scan, path + u'/' + innerEntry.name, innerEntry.name, coreServices);
+            consider(scan, entry.path, entry.name, coreServices);
+            return false;
         }
-    }
+        return entry.isFolder;
+    });
 }
 
 void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const QString &fileName,
@@ -193,31 +186,46 @@ void AppsRepositoryImpl::consider(Scan &scan, const QString &bundlePath, const Q
 {
     if (fromCoreServices && !m_allowedCoreServicesApps.contains(fileName))
         return;
-    if (scan.seen.contains(bundlePath))
+    if (scan.result.contains(bundlePath))
         return;
-    const auto info = infoOf(scan, bundlePath);
+    bool unreadable = false;
+    const auto info = infoOf(scan, bundlePath, unreadable);
+    if (unreadable)
+        scan.result.addUnreadable(bundlePath);
     // Without an information dictionary or an identifier it is no application.
     if (!info || info->identifier.isEmpty())
         return;
     if (!shouldIncludeApp(bundlePath, *info))
         return;
-    scan.seen.insert(bundlePath);
-    scan.items.append(AppItems::make(bundlePath, info->shownName(bundlePath)));
+    scan.result.add(AppItems::make(bundlePath, info->shownName(bundlePath), info->identifier));
 }
 
-std::optional<BundleInfo> AppsRepositoryImpl::infoOf(Scan &scan, const QString &bundlePath) const
+std::optional<BundleInfo> AppsRepositoryImpl::infoOf(Scan &scan, const QString &bundlePath, bool &unreadable) const
 {
     for (const char *relative : BundleInfo::kPlistLocations) {
         const QString plist = bundlePath + QLatin1String(relative);
-        const auto stamp = FileStamp::of(plist);
-        if (!stamp)
-            continue;
+        int error = 0;
+        const auto stamp = FileStamp::of(plist, &error);
+        if (!stamp) {
+            if (error == ENOENT || error == ENOTDIR || error == ELOOP)
+                continue;
+            unreadable = true; // a Contents folder this run may not enter
+            return std::nullopt;
+        }
         // The stamp is taken before reading: a file changed meanwhile is read
         // again next time.
         const auto cached = m_infoCache.constFind(plist);
-        const CachedInfo entry = cached != m_infoCache.cend() && cached->stamp == *stamp
-            ? *cached
-            : CachedInfo{*stamp, BundleInfo::readPlist(plist)};
+        if (cached != m_infoCache.cend() && cached->stamp == *stamp) {
+            scan.cache.insert(plist, *cached);
+            return cached->info;
+        }
+        const auto file = SmallFile::read(plist);
+        if (file.status == SmallFile::Status::Unreadable) {
+            unreadable = true;
+            return std::nullopt;
+        }
+        const CachedInfo entry{*stamp, file.status == SmallFile::Status::Read ? BundleInfo::parse(file.bytes)
+                                                                              : std::nullopt};
         scan.cache.insert(plist, entry);
         return entry.info;
     }

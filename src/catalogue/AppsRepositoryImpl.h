@@ -29,7 +29,7 @@ public:
                                 QString coreServicesPath = QLatin1String(kCoreServicesPath),
                                 QStringList allowedCoreServicesApps = {QStringLiteral("Finder.app")});
 
-    QList<AppItem> fetch() const override;
+    AppScan scan() const override;
 
     // The exclusion test: true when the bundle may appear in the catalogue.
     bool shouldIncludeApp(const QString &bundlePath) const;
@@ -56,7 +56,9 @@ private:
         std::optional<BundleInfo> info;
     };
     struct Scan;
-    std::optional<BundleInfo> infoOf(Scan &scan, const QString &bundlePath) const;
+    // The bundle's information dictionary; unreadable is set when there is
+    // one that this run could not read (it may still be an application).
+    std::optional<BundleInfo> infoOf(Scan &scan, const QString &bundlePath, bool &unreadable) const;
     void scanDirectory(Scan &scan, const QString &directory) const;
     void consider(Scan &scan, const QString &bundlePath, const QString &fileName, bool fromCoreServices) const;
 

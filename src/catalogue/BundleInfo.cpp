@@ -1,10 +1,9 @@
 #include "catalogue/BundleInfo.h"
 
-#include <QFile>
+#include "catalogue/SmallFile.h"
+
 #include <QFileInfo>
-#include <fcntl.h>
 #include <plist/plist.h>
-#include <unistd.h>
 
 namespace {
 
@@ -18,24 +17,16 @@ QString stringValue(plist_t dict, const char *key)
     return text ? QString::fromUtf8(text, qsizetype(length)) : QString();
 }
 
-// Plain system calls: a scan reads thousands of these small files.
 std::optional<QByteArray> readFile(const QString &path)
 {
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
+    auto file = SmallFile::read(path);
+    if (file.status != SmallFile::Status::Read)
         return std::nullopt;
-    QByteArray bytes;
-    char buffer[16384];
-    ssize_t n;
-    while ((n = ::read(fd, buffer, sizeof buffer)) > 0)
-        bytes.append(buffer, n);
-    ::close(fd);
-    if (n < 0)
-        return std::nullopt;
-    return bytes;
+    return std::move(file.bytes);
 }
 
 }
+
 
 std::optional<BundleInfo> BundleInfo::parse(const QByteArray &bytes)
 {
@@ -52,12 +43,6 @@ std::optional<BundleInfo> BundleInfo::parse(const QByteArray &bytes)
     }
     plist_free(root);
     return info;
-}
-
-std::optional<BundleInfo> BundleInfo::readPlist(const QString &plistPath)
-{
-    const auto bytes = readFile(plistPath);
-    return bytes ? parse(*bytes) : std::nullopt;
 }
 
 std::optional<BundleInfo> BundleInfo::read(const QString &bundlePath)

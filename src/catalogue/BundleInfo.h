@@ -17,7 +17,7 @@ struct BundleInfo {
     static std::optional<BundleInfo> read(const QString &bundlePath);
     // The two places an information dictionary may stand, in that order.
     static constexpr const char *kPlistLocations[] = {"/Contents/Info.plist", "/Info.plist"};
-    static std::optional<BundleInfo> readPlist(const QString &plistPath);
+    // A pure function of the bytes (XML or binary property list).
     static std::optional<BundleInfo> parse(const QByteArray &plistBytes);
 
     // The name shown under the icon: CFBundleDisplayName, else CFBundleName,

@@ -12,6 +12,7 @@ struct FileStamp {
     qint64 modifiedNs = 0;
     qint64 changedNs = 0;
 
-    static std::optional<FileStamp> of(const QString &path);
+    // Nothing when the file cannot be stat'ed; error, if given, gets errno.
+    static std::optional<FileStamp> of(const QString &path, int *error = nullptr);
     bool operator==(const FileStamp &) const = default;
 };

@@ -1,8 +1,10 @@
 #include "cli/HeadlessSession.h"
 
 #include "app/RegisteredDefaults.h"
+#include "catalogue/CatalogueCache.h"
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -19,6 +21,10 @@ HeadlessSession::HeadlessSession(const StorageLocations &locations, const Catalo
     const DisplayProfile display{m_composition.appearanceRepo->lastDisplay()};
     m_model->setGridGeometry(m_composition.appearanceRepo->columns(display),
                              m_composition.appearanceRepo->rows(display));
+    // What the launcher saw last: an app that moved to another path is only
+    // recognised by the identity it had at the old one.
+    m_model->preloadApps(CatalogueCache::load(
+        m_composition.fileSystemStore->pathFor(QLatin1String(CatalogueCache::kFileName))));
 }
 
 HeadlessSession::~HeadlessSession() = default;

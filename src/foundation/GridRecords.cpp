@@ -6,13 +6,13 @@
 
 QJsonObject AppItem::toJson() const
 {
-    return {{"id", Uuids::toText(id)}, {"path", path}, {"displayName", displayName}};
+    return {{"id", Uuids::toText(id)}, {"path", path}, {"displayName", displayName}, {"identity", identity}};
 }
 
 std::optional<AppItem> AppItem::fromJson(const QJsonObject &json, QString *error)
 {
     JsonFields f(json);
-    AppItem item{f.uuid("id"), f.string("path"), f.string("displayName")};
+    AppItem item{f.uuid("id"), f.string("path"), f.string("displayName"), f.optionalString("identity")};
     return f.result(item, error);
 }
 

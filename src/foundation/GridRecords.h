@@ -14,6 +14,10 @@ struct AppItem {
     QUuid id;
     QString path;
     QString displayName;
+    // What makes it the same application at another path: the desktop-file
+    // id of a desktop entry, the CFBundleIdentifier of a bundle. Optional in
+    // JSON (records written before it read as empty: no identity known).
+    QString identity{};
 
     QJsonObject toJson() const;
     static std::optional<AppItem> fromJson(const QJsonObject &json, QString *error = nullptr);

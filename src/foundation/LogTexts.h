@@ -23,6 +23,7 @@ inline constexpr char kNoCatalogue[] = "No application catalogue; the stored lay
 inline constexpr char kFetchedApps[] = "Fetched %ld apps";
 inline constexpr char kSlotsEmpty[] = "Slots empty, initializing from apps";
 inline constexpr char kSlotsNotEmpty[] = "Slots not empty, cleaning up and syncing with current apps";
+inline constexpr char kAppMoved[] = "🔀 [CLEANUP] %s moved from %s to %s; its place in the layout follows it";
 inline constexpr char kCleanupGridApp[] = "🗑️ [CLEANUP] Removing deleted app from slot %ld: %s";
 inline constexpr char kCleanupFolderApps[] = "🗑️ [CLEANUP] Removing %ld deleted apps from folder '%s'";
 inline constexpr char kCleanupFolderEmpty[] = "🗑️ [CLEANUP] Folder '%s' is now empty, marking for deletion";

@@ -9,15 +9,6 @@
 
 namespace AppReconciler {
 
-QSet<QString> pathsOf(const QList<AppItem> &apps)
-{
-    QSet<QString> paths;
-    paths.reserve(apps.size());
-    for (const AppItem &a : apps)
-        paths.insert(a.path);
-    return paths;
-}
-
 QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidden,
                           const QSet<QString> &folderMembers)
 {
@@ -32,12 +23,12 @@ QStringList initialLayout(const QList<AppItem> &apps, const QSet<QString> &hidde
     return slots;
 }
 
-qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
+qsizetype clearDeletedApps(SlotEdit &edit, const IsGone &isGone)
 {
     qsizetype cleared = 0;
     for (qsizetype i = 0; i < edit.size(); ++i) {
         const QString path = SlotKey::appPath(edit.at(i));
-        if (path.isEmpty() || installed.contains(path))
+        if (path.isEmpty() || !isGone(path))
             continue;
         qCDebug(lcLayout, LogTexts::kCleanupGridApp, long(i), qUtf8Printable(path));
         edit.clear(i);
@@ -46,14 +37,14 @@ qsizetype clearDeletedApps(SlotEdit &edit, const QSet<QString> &installed)
     return cleared;
 }
 
-bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const QSet<QString> &installed)
+bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, const IsGone &isGone)
 {
     bool changed = false;
     for (qsizetype f = 0; f < folders.size();) {
         FolderItem &folder = folders[f];
         QStringList gone;
         for (const QString &p : folder.appPaths)
-            if (!installed.contains(p))
+            if (isGone(p))
                 gone.append(p);
         if (!gone.isEmpty()) {
             qCDebug(lcLayout, LogTexts::kCleanupFolderApps, long(gone.size()),
@@ -74,6 +65,56 @@ bool removeDeletedAppsFromFolders(QList<FolderItem> &folders, SlotEdit &edit, co
             continue;
         }
         ++f;
+    }
+    return changed;
+}
+
+QHash<QString, QString> movedApps(const QStringList &arranged, const QList<AppItem> &apps, const IsGone &isGone,
+                                  const std::function<QString(const QString &)> &identityOf)
+{
+    const QSet<QString> placed(arranged.cbegin(), arranged.cend());
+    QHash<QString, QStringList> candidates; // identity -> unplaced paths, in scan order
+    for (const AppItem &a : apps)
+        if (!a.identity.isEmpty() && !placed.contains(a.path))
+            candidates[a.identity].append(a.path);
+    QHash<QString, QString> moves;
+    if (candidates.isEmpty())
+        return moves;
+    for (const QString &path : arranged) {
+        if (moves.contains(path) || !isGone(path))
+            continue;
+        const auto found = candidates.find(identityOf(path));
+        if (found == candidates.end() || found->isEmpty())
+            continue;
+        moves.insert(path, found->takeFirst());
+    }
+    return moves;
+}
+
+bool renameApps(SlotEdit &edit, QList<FolderItem> &folders, const QHash<QString, QString> &moves)
+{
+    if (moves.isEmpty())
+        return false;
+    for (qsizetype i = 0; i < edit.size(); ++i) {
+        const auto to = moves.constFind(SlotKey::appPath(edit.at(i)));
+        if (to != moves.cend())
+            edit.set(i, SlotKey::app(*to));
+    }
+    bool changed = false;
+    for (FolderItem &folder : folders) {
+        for (QString &member : folder.appPaths) {
+            if (const auto to = moves.constFind(member); to != moves.cend()) {
+                member = *to;
+                changed = true;
+            }
+        }
+        for (QString &cell : folder.slots) {
+            if (const auto to = moves.constFind(SlotKey::appPath(cell)); to != moves.cend())
+                cell = cell.startsWith(QLatin1String("A:")) ? SlotKey::app(*to) : *to; // keeps the cell's form
+        }
+        for (auto it = moves.cbegin(); it != moves.cend(); ++it)
+            if (folder.originalGridSlots.contains(it.key()))
+                folder.originalGridSlots.insert(it.value(), folder.originalGridSlots.take(it.key()));
     }
     return changed;
 }

@@ -9,11 +9,14 @@ QUuid entryId(const GridEntry &entry)
 }
 
 GridLookup GridLookup::build(const QList<AppItem> &apps, const QList<FolderItem> &folders,
-                             const QList<WidgetItem> &widgets, const QList<WorkflowItem> &workflows)
+                             const QList<WidgetItem> &widgets, const QList<WorkflowItem> &workflows,
+                             const QList<AppItem> &unavailableApps)
 {
     GridLookup lookup;
     for (const AppItem &a : apps)
         lookup.appsByPath.insert(a.path, a);
+    for (const AppItem &a : unavailableApps)
+        lookup.unavailableAppsByPath.insert(a.path, a);
     for (const FolderItem &f : folders)
         lookup.foldersById.insert(Uuids::toText(f.id), f);
     for (const WidgetItem &w : widgets)

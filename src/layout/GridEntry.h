@@ -20,11 +20,15 @@ QUuid entryId(const GridEntry &entry);
 // What key resolution looks records up in.
 struct GridLookup {
     QHash<QString, AppItem> appsByPath;
+    // Apps the last scan could not vouch for (LaunchpadViewModel::
+    // unavailableApps): their keys resolve to nothing, but views may name them.
+    QHash<QString, AppItem> unavailableAppsByPath;
     QHash<QString, FolderItem> foldersById;     // id text
     QHash<QString, WidgetItem> widgetsById;     // id text
     QHash<QString, WorkflowItem> workflowsById; // id text
 
     static GridLookup build(const QList<AppItem> &apps, const QList<FolderItem> &folders,
-                            const QList<WidgetItem> &widgets, const QList<WorkflowItem> &workflows);
+                            const QList<WidgetItem> &widgets, const QList<WorkflowItem> &workflows,
+                            const QList<AppItem> &unavailableApps = {});
     GridEntryOrEmpty resolve(const QString &key) const;
 };

@@ -1,6 +1,7 @@
 #include "layout/LaunchpadViewModel.h"
 
 #include "foundation/Logging.h"
+#include "catalogue/AppSource.h"
 #include "catalogue/AppsRepository.h"
 #include "foundation/LogTexts.h"
 #include "layout/AppReconciler.h"
@@ -15,6 +16,8 @@
 #include "foundation/Uuids.h"
 #include "layout/WidgetLayout.h"
 #include "organise/WorkflowsRepository.h"
+#include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
 #include "storage/FoldersRepository.h"
 #include "storage/HiddenAppsService.h"
 #include "storage/RecentAppsService.h"
@@ -23,6 +26,7 @@
 #include "storage/WidgetsRepository.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QPointer>
 #include <QThreadPool>
 
@@ -99,7 +103,7 @@ std::optional<WidgetItem> LaunchpadViewModel::widget(const QUuid &id) const
 const GridLookup &LaunchpadViewModel::lookup() const
 {
     if (!m_lookup)
-        m_lookup = GridLookup::build(m_apps, m_folders, m_widgets, m_workflows);
+        m_lookup = GridLookup::build(m_apps, m_folders, m_widgets, m_workflows, m_unavailableApps);
     return *m_lookup;
 }
 
@@ -277,27 +281,62 @@ void LaunchpadViewModel::startScan()
     QPointer<LaunchpadViewModel> self(this);
     std::shared_ptr<AppsRepository> repo = m_services.appsRepo;
     QThreadPool::globalInstance()->start([self, repo] {
-        QList<AppItem> apps = repo->fetch();
+        AppScan scan = repo->scan();
         QMetaObject::invokeMethod(
             QCoreApplication::instance(),
-            [self, apps = std::move(apps)] {
+            [self, scan = std::move(scan)] {
                 if (self)
-                    self->applyScan(apps);
+                    self->applyScan(scan);
             },
             Qt::QueuedConnection);
     });
 }
 
-void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
+namespace {
+
+// The apps the arrangement names that are neither installed nor known to be
+// gone, each with the record it was last seen with (else one named after its
+// file).
+QList<AppItem> appsNotVouchedFor(const AppScan &scan, const QStringList &slots, const QList<FolderItem> &folders,
+                                 const QHash<QString, AppItem> &lastSeen)
 {
+    QList<AppItem> out;
+    QSet<QString> noted;
+    const auto note = [&](const QString &path) {
+        if (path.isEmpty() || noted.contains(path) || scan.contains(path) || scan.isKnownGone(path))
+            return;
+        noted.insert(path);
+        const auto seen = lastSeen.constFind(path);
+        out.append(seen != lastSeen.cend() ? *seen : AppItems::make(path, QFileInfo(path).completeBaseName()));
+    };
+    for (const QString &key : slots)
+        note(SlotKey::appPath(key));
+    for (const FolderItem &folder : folders)
+        for (const QString &path : folder.appPaths)
+            note(path);
+    return out;
+}
+
+}
+
+void LaunchpadViewModel::applyScan(const AppScan &scan)
+{
+    const QList<AppItem> &apps = scan.apps();
     LAYOUT_LOG(LogTexts::kFetchedApps, long(apps.size()));
+    QHash<QString, AppItem> lastSeen;
+    for (const QList<AppItem> *list : {&m_unavailableApps, &m_apps})
+        for (const AppItem &app : *list)
+            lastSeen.insert(app.path, app);
     m_apps = apps;
+    // Reconciliation below removes exactly the apps known to be gone, so the
+    // rest can be told now, while the last names are at hand.
+    m_unavailableApps = appsNotVouchedFor(scan, m_slots, m_folders, lastSeen);
     m_lookup.reset();
     Q_EMIT appsChanged();
 
-    const QSet<QString> hidden = hiddenApps();
     SlotEdit edit(m_slots);
-    int save = 0;
+    int save = followMovedApps(scan, lastSeen, edit);
+    const QSet<QString> hidden = hiddenApps();
     if (m_slots.isEmpty()) {
         LAYOUT_LOG(LogTexts::kSlotsEmpty);
         for (const QString &key :
@@ -306,12 +345,13 @@ void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
         save |= SlotsPart;
     } else {
         LAYOUT_LOG(LogTexts::kSlotsNotEmpty);
-        const QSet<QString> installed = AppReconciler::pathsOf(apps);
-        AppReconciler::clearDeletedApps(edit, installed);
-        m_services.hiddenAppsService->removeDeleted([&](const QString &p) { return installed.contains(p); });
+        const AppReconciler::IsGone isGone = [&scan](const QString &path) { return scan.isKnownGone(path); };
+        const auto kept = [&scan](const QString &path) { return !scan.isKnownGone(path); };
+        AppReconciler::clearDeletedApps(edit, isGone);
+        m_services.hiddenAppsService->removeDeleted(kept);
         if (m_services.recentAppsService)
-            m_services.recentAppsService->removeDeleted([&](const QString &p) { return installed.contains(p); });
-        if (AppReconciler::removeDeletedAppsFromFolders(m_folders, edit, installed))
+            m_services.recentAppsService->removeDeleted(kept);
+        if (AppReconciler::removeDeletedAppsFromFolders(m_folders, edit, isGone))
             save |= FoldersPart;
         AppReconciler::placeNewApps(edit, apps, m_folders, hidden);
         save |= SlotsPart;
@@ -323,6 +363,56 @@ void LaunchpadViewModel::applyScan(const QList<AppItem> &apps)
         save |= SlotsPart;
     commit(edit, save);
     finishLoading();
+}
+
+int LaunchpadViewModel::followMovedApps(const AppScan &scan, const QHash<QString, AppItem> &lastSeen, SlotEdit &edit)
+{
+    // What the user arranged, in the order it claims a moved app: the grid,
+    // the folders, the hidden list.
+    QStringList arranged;
+    for (const QString &key : m_slots)
+        if (const QString path = SlotKey::appPath(key); !path.isEmpty())
+            arranged.append(path);
+    for (const FolderItem &folder : m_folders)
+        arranged += folder.appPaths;
+    arranged += m_services.hiddenAppsService->hiddenApps();
+    const auto identityOf = [&](const QString &path) {
+        const QString byPath = scan.identityByPath(path);
+        return byPath.isEmpty() ? lastSeen.value(path).identity : byPath;
+    };
+    const QHash<QString, QString> moves = AppReconciler::movedApps(
+        arranged, scan.apps(), [&scan](const QString &path) { return scan.isKnownGone(path); }, identityOf);
+    if (moves.isEmpty())
+        return 0;
+
+    int save = SlotsPart;
+    if (AppReconciler::renameApps(edit, m_folders, moves))
+        save |= FoldersPart;
+    bool inWorkflows = false;
+    for (WorkflowItem &workflow : m_workflows) {
+        for (QString &path : workflow.appPaths) {
+            if (const auto to = moves.constFind(path); to != moves.cend()) {
+                path = *to;
+                inWorkflows = true;
+            }
+        }
+    }
+    if (inWorkflows) {
+        m_services.workflowsRepo->save(m_workflows);
+        Q_EMIT workflowsChanged();
+    }
+    for (auto it = moves.cbegin(); it != moves.cend(); ++it) {
+        LAYOUT_LOG(LogTexts::kAppMoved, qUtf8Printable(identityOf(it.key())), qUtf8Printable(it.key()),
+                   qUtf8Printable(it.value()));
+        m_services.hiddenAppsService->moveAppPath(it.key(), it.value());
+        if (m_services.recentAppsService)
+            m_services.recentAppsService->moveAppPath(it.key(), it.value());
+        if (m_services.appNames)
+            m_services.appNames->moveAppPath(it.key(), it.value());
+        if (m_services.appIcons)
+            m_services.appIcons->moveAppPath(it.key(), it.value());
+    }
+    return save;
 }
 
 void LaunchpadViewModel::finishLoading()

@@ -13,6 +13,7 @@
 #include <QVariantList>
 #include <optional>
 
+class AppScan;
 class FolderSlotManager;
 class SlotEdit;
 
@@ -41,6 +42,10 @@ public:
 
     // --- Published state -------------------------------------------------
     const QList<AppItem> &apps() const { return m_apps; }
+    // Apps the grid or a folder holds that the last scan could not find but
+    // cannot call uninstalled either (their folder missing or unreadable this
+    // time), as last seen. They keep their places; views show them dimmed.
+    const QList<AppItem> &unavailableApps() const { return m_unavailableApps; }
     const QList<FolderItem> &folders() const { return m_folders; }
     const QStringList &slots() const { return m_slots; }
     const QList<WidgetItem> &widgets() const { return m_widgets; }
@@ -185,7 +190,12 @@ private:
 
     void loadStoredLayout();
     void startScan();
-    void applyScan(const QList<AppItem> &apps);
+    void applyScan(const AppScan &scan);
+    // Points what the user arranged at apps that moved to another path (the
+    // same identity, see AppReconciler::movedApps): cells, folders, hidden
+    // and recent lists, workflows, custom names and icons. Returns the parts
+    // to save.
+    int followMovedApps(const AppScan &scan, const QHash<QString, AppItem> &lastSeen, SlotEdit &edit);
     void finishLoading();
     void setLoading(bool loading);
 
@@ -199,6 +209,7 @@ private:
 
     LayoutServices m_services;
     QList<AppItem> m_apps;
+    QList<AppItem> m_unavailableApps;
     QList<FolderItem> m_folders;
     QStringList m_slots;
     QList<WidgetItem> m_widgets;

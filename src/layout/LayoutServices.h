@@ -2,6 +2,8 @@
 
 #include <memory>
 
+class AppNameRepository;
+class AppsCustomizationRepository;
 class AppsRepository;
 class FoldersRepository;
 class HiddenAppsService;
@@ -25,6 +27,10 @@ struct LayoutServices {
     std::shared_ptr<HiddenAppsService> hiddenAppsService;
     // Optional: the recently opened apps, pruned with the hidden list.
     std::shared_ptr<RecentAppsService> recentAppsService;
+    // Optional: custom names and icons, which follow an app that moved to
+    // another path.
+    std::shared_ptr<AppNameRepository> appNames;
+    std::shared_ptr<AppsCustomizationRepository> appIcons;
     // Optional: the standard store, where the folder grid shape is kept.
     std::shared_ptr<UserDefaultsStoreType> preferences;
 };

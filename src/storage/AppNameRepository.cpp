@@ -23,3 +23,12 @@ QString AppNameRepositoryImpl::displayName(const QString &appPath, const QString
 {
     return customName(appPath).value_or(catalogueName);
 }
+
+void AppNameRepositoryImpl::moveAppPath(const QString &from, const QString &to)
+{
+    const auto name = m_cache.get(from);
+    if (!name)
+        return;
+    m_cache.set(to, *name);
+    m_cache.remove(from);
+}

@@ -11,6 +11,8 @@ public:
     virtual const QMap<QString, QString> &all() const = 0;
     // The name to show: the custom one, else the catalogue's.
     virtual QString displayName(const QString &appPath, const QString &catalogueName) const = 0;
+    // The app now lives at to: its custom name follows it.
+    virtual void moveAppPath(const QString &from, const QString &to) = 0;
 };
 
 // Custom names of applications by path ("CustomAppNamesV1", standard store).
@@ -23,6 +25,7 @@ public:
     void removeCustomName(const QString &appPath) override { m_cache.remove(appPath); }
     const QMap<QString, QString> &all() const override { return m_cache.all(); }
     QString displayName(const QString &appPath, const QString &catalogueName) const override;
+    void moveAppPath(const QString &from, const QString &to) override;
 
     const QString defaultsKey;
 

@@ -83,3 +83,12 @@ void AppsCustomizationRepositoryImpl::removeAllAssetIcons()
     m_cache.replaceAll(kept);
     m_store->removeObject(QLatin1String(SettingsKeys::kAssetIconsApplied));
 }
+
+void AppsCustomizationRepositoryImpl::moveAppPath(const QString &from, const QString &to)
+{
+    const auto icon = m_cache.get(from);
+    if (!icon)
+        return;
+    m_cache.set(to, *icon);
+    m_cache.remove(from);
+}

@@ -20,6 +20,8 @@ public:
     virtual void setAssetIconsApplied(bool applied) = 0;
     // Removes every "asset:" icon and clears the applied flag.
     virtual void removeAllAssetIcons() = 0;
+    // The app now lives at to: its custom icon follows it (the image stays).
+    virtual void moveAppPath(const QString &from, const QString &to) = 0;
 };
 
 // Custom application icons by app path ("CustomAppIconsV1", standard store)
@@ -43,6 +45,7 @@ public:
     void setAssetIconsApplied(bool applied) override;
     // Removes every "asset:" icon and clears the applied flag.
     void removeAllAssetIcons() override;
+    void moveAppPath(const QString &from, const QString &to) override;
 
     static constexpr const char *kImportErrorDomain = "CustomIconImport";
     static constexpr const char *kImportErrorMessage = "The selected image could not be optimized for an app icon.";

@@ -63,3 +63,14 @@ qsizetype HiddenAppsServiceImpl::removeDeleted(const std::function<bool(const QS
     }
     return removed;
 }
+
+void HiddenAppsServiceImpl::moveAppPath(const QString &from, const QString &to)
+{
+    QStringList list = stored();
+    const qsizetype at = list.indexOf(from);
+    if (at < 0)
+        return;
+    list[at] = to;
+    list.removeDuplicates();
+    m_store->set(list, QLatin1String(SettingsKeys::kHiddenApps));
+}

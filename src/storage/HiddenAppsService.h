@@ -16,6 +16,8 @@ public:
     virtual bool isHidden(const QString &path) const = 0;
     // Drops the paths for which stillInstalled is false; returns how many.
     virtual qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) = 0;
+    // The app now lives at to: a hidden from becomes a hidden to, in its place.
+    virtual void moveAppPath(const QString &from, const QString &to) = 0;
 };
 
 // Hidden applications by path under "hiddenApps_v1"; never a path twice.
@@ -27,6 +29,7 @@ public:
     void show(const QString &path) override;
     bool isHidden(const QString &path) const override;
     qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override;
+    void moveAppPath(const QString &from, const QString &to) override;
 
 private:
     QStringList stored() const;

@@ -39,3 +39,14 @@ qsizetype RecentAppsServiceImpl::removeDeleted(const std::function<bool(const QS
     }
     return removed;
 }
+
+void RecentAppsServiceImpl::moveAppPath(const QString &from, const QString &to)
+{
+    QStringList list = m_store->stringList(QLatin1String(SettingsKeys::kRecentApps));
+    const qsizetype at = list.indexOf(from);
+    if (at < 0)
+        return;
+    list[at] = to;
+    list.removeDuplicates();
+    m_store->set(list, QLatin1String(SettingsKeys::kRecentApps));
+}

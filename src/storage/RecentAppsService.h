@@ -14,6 +14,8 @@ public:
     virtual void noteLaunched(const QString &path) = 0;
     // Drops apps that are no longer installed; returns how many.
     virtual qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) = 0;
+    // The app now lives at to: its entry follows, keeping its rank.
+    virtual void moveAppPath(const QString &from, const QString &to) = 0;
 };
 
 class RecentAppsServiceImpl final : public RecentAppsService {
@@ -25,6 +27,7 @@ public:
     QStringList recentApps() const override;
     void noteLaunched(const QString &path) override;
     qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override;
+    void moveAppPath(const QString &from, const QString &to) override;
 
 private:
     std::shared_ptr<UserDefaultsStoreType> m_store;

@@ -16,6 +16,10 @@ enum Kind {
     Folder,
     Widget,
     Workflow,
+    // An app the last scan could not find but cannot call uninstalled (its
+    // folder missing or unreadable this time): drawn dimmed under its last
+    // name, movable, not opened.
+    Unavailable,
 };
 Q_ENUM_NS(Kind)
 

@@ -53,14 +53,14 @@ void DragController::setFolderBox(const QRectF &box)
 
 QString DragController::iconPath() const
 {
-    return m_kind == CellKind::App ? SlotKey::appPath(m_key) : QString();
+    return m_kind == CellKind::App || m_kind == CellKind::Unavailable ? SlotKey::appPath(m_key) : QString();
 }
 
 QString DragController::gridKey() const
 {
     if (!isActive())
         return {};
-    return m_kind == CellKind::App ? SlotKey::app(SlotKey::appPath(m_key)) : m_key;
+    return m_kind == CellKind::App || m_kind == CellKind::Unavailable ? SlotKey::app(SlotKey::appPath(m_key)) : m_key;
 }
 
 // --- hit testing ------------------------------------------------------------

@@ -16,8 +16,16 @@ GridCell GridCellBuilder::cellFor(const QString &key) const
         return cell;
     }
     const GridEntryOrEmpty entry = lookup ? lookup->resolve(key) : std::nullopt;
-    if (!entry)
+    if (!entry) {
+        const auto unavailable = lookup ? lookup->unavailableAppsByPath.constFind(SlotKey::appPath(key))
+                                        : QHash<QString, AppItem>::const_iterator();
+        if (lookup && unavailable != lookup->unavailableAppsByPath.cend()) {
+            cell.kind = GridCell::Kind::Unavailable;
+            cell.title = displayName ? displayName(*unavailable) : unavailable->displayName;
+            cell.iconPath = unavailable->path;
+        }
         return cell;
+    }
     if (const auto *app = std::get_if<AppItem>(&*entry)) {
         cell.kind = GridCell::Kind::App;
         cell.title = displayName ? displayName(*app) : app->displayName;

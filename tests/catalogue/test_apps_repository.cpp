@@ -2,11 +2,14 @@
 #include "foundation/BundleIdentity.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "catalogue/BundleInfo.h"
+#include "catalogue/SmallFile.h"
+#include "common/Unprivileged.h"
 #include "fakes/FakeAppSource.h"
 
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace CatalogueFixtures;
 
@@ -79,6 +82,93 @@ private Q_SLOTS:
 
         QCOMPARE(paths(AppsRepositoryImpl({apps}).fetch()),
                  QStringList({apps + "/Outer.app", apps + "/Suite/Tool.app"}));
+    }
+
+    void readsOnlySmallRegularFiles_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<SmallFile::Status>("status");
+        QTest::newRow("exactly the cap") << "cap" << SmallFile::Status::Read;
+        QTest::newRow("one byte over the cap") << "over" << SmallFile::Status::Refused;
+        QTest::newRow("2 GB, sparse") << "huge" << SmallFile::Status::Refused;
+        QTest::newRow("FIFO without a writer") << "fifo" << SmallFile::Status::Refused;
+        QTest::newRow("link to /dev/zero") << "zero" << SmallFile::Status::Refused;
+        QTest::newRow("dangling link") << "dangling" << SmallFile::Status::Missing;
+        QTest::newRow("mode 000") << "locked" << SmallFile::Status::Unreadable;
+    }
+
+    void readsOnlySmallRegularFiles()
+    {
+        QFETCH(QString, name);
+        QFETCH(SmallFile::Status, status);
+        const QString path = m_root.path() + u'/' + name;
+        const QMap<QString, qint64> sizes{{"cap", SmallFile::kMaxBytes}, {"over", SmallFile::kMaxBytes + 1},
+                                          {"huge", qint64(2) << 30}, {"locked", 8}};
+        QFile file(path);
+        if (sizes.contains(name))
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(sizes[name]));
+        file.close();
+        if (name == "fifo")
+            QCOMPARE(::mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+        else if (name == "zero" || name == "dangling")
+            QVERIFY(QFile::link(name == "zero" ? "/dev/zero" : m_root.path() + "/nowhere", path));
+        else if (name == "locked")
+            QVERIFY(QFile::setPermissions(path, {}));
+
+        Unprivileged unprivileged;
+        if (name == "locked" && !Unprivileged::lockedOut(path))
+            QSKIP("this process can read files of mode 000");
+        const auto result = SmallFile::read(path);
+        QCOMPARE(result.status, status);
+        QCOMPARE(result.bytes.size(), status == SmallFile::Status::Read ? sizes[name] : 0);
+    }
+
+    // An app missing from a scan counts as gone only where the scan could
+    // look: a folder that is unreadable or missing this time proves nothing.
+    // Links back up and an Info.plist that is a FIFO or /dev/zero must not
+    // keep the scan from ending.
+    void knowsWhatIsGone_data()
+    {
+        QTest::addColumn<QString>("relative");
+        QTest::addColumn<bool>("gone");
+        QTest::newRow("removed from a listed folder") << "Apps/Removed.app" << true;
+        QTest::newRow("there, but no application any more") << "Apps/Plain.app" << true;
+        QTest::newRow("folder of mode 000") << "Locked/Far.app" << false;
+        QTest::newRow("folder missing (not mounted)") << "Unmounted/Far.app" << false;
+        QTest::newRow("suite folder removed") << "Apps/OldSuite/Tool.app" << true;
+        QTest::newRow("suite folder of mode 000") << "Apps/LockedSuite/Tool.app" << false;
+        QTest::newRow("bundle of mode 000") << "Apps/LockedBundle.app" << false;
+        QTest::newRow("folder this process does not scan") << "Elsewhere/X.app" << false;
+    }
+
+    void knowsWhatIsGone()
+    {
+        QFETCH(QString, relative);
+        QFETCH(bool, gone);
+        const QString root = m_root.path();
+        makeBundle(dir("Apps"), "Keep.app", app("com.example.keep"));
+        makeBundle(dir("Apps"), "Plain.app", app({}));
+        makeBundle(dir("Apps/LockedSuite"), "Tool.app", app("com.example.tool"));
+        makeBundle(dir("Apps"), "LockedBundle.app", app("com.example.locked"));
+        makeBundle(dir("Locked"), "Far.app", app("com.example.far"));
+        makeBundle(dir("Elsewhere"), "X.app", app("com.example.x"));
+        QVERIFY(QFile::link(".", root + "/Apps/self") && QFile::link(".", root + "/Apps/again"));
+        QCOMPARE(::mkfifo(QFile::encodeName(dir("Apps/Fifo.app/Contents") + "/Info.plist").constData(), 0600), 0);
+        QVERIFY(QFile::link("/dev/zero", dir("Apps/Zero.app/Contents") + "/Info.plist"));
+        const QStringList locked = {root + "/Locked", root + "/Apps/LockedSuite", root + "/Apps/LockedBundle.app"};
+        for (const QString &path : locked)
+            QVERIFY(QFile::setPermissions(path, {}));
+        const auto restore = qScopeGuard([&] {
+            for (const QString &path : locked)
+                QFile::setPermissions(path, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+        });
+
+        Unprivileged unprivileged;
+        if (!Unprivileged::lockedOut(root + "/Locked"))
+            QSKIP("this process can read folders of mode 000");
+        const AppScan scan = AppsRepositoryImpl({root + "/Apps", root + "/Locked", root + "/Unmounted"}).scan();
+        QCOMPARE(paths(scan.apps()), QStringList({root + "/Apps/Keep.app"}));
+        QCOMPARE(scan.isKnownGone(root + u'/' + relative), gone);
     }
 
     void takesOnlyFinderFromCoreServices()

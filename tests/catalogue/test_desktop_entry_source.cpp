@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLocale>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace CatalogueFixtures;
 
@@ -90,6 +91,34 @@ private Q_SLOTS:
         makeDesktopEntry(system1(), "deck.desktop", entry("Deck", "Name[de]=Tillmora-Deck\n"));
 
         QCOMPARE(names(source().fetch()), QStringList({"Installed", "Only Here", "Shown"}));
+    }
+
+    // Links back up are entered once, not for ever, and what is no regular
+    // file is never waited on.
+    void walkIsBoundedAndReadsDoNotBlock()
+    {
+        const QString editor = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
+        const QString tool = makeDesktopEntry(system1(), "vendor/tool.desktop", entry("Tool"));
+        QVERIFY(QFile::link(".", system1() + "/self"));
+        QVERIFY(QFile::link(".", system1() + "/again"));
+        QVERIFY(QFile::link("..", system1() + "/vendor/up"));
+        QCOMPARE(::mkfifo(QFile::encodeName(system1() + "/fifo.desktop").constData(), 0600), 0);
+        QVERIFY(QFile::link("/dev/zero", system1() + "/zero.desktop"));
+
+        QCOMPARE(paths(source().fetch()), QStringList({editor, tool}));
+    }
+
+    // A menu editor's copy in the user's folder masks the system entry: that
+    // one is no app of its own any more. A folder not scanned proves nothing.
+    void knowsWhatIsGone()
+    {
+        const QString masked = makeDesktopEntry(system1(), "editor.desktop", entry("Editor"));
+        makeDesktopEntry(home(), "editor.desktop", entry("My Editor"));
+        const AppScan scan = source().scan();
+        QVERIFY(scan.isKnownGone(masked));
+        QVERIFY(scan.isKnownGone(system1() + "/removed.desktop"));
+        QVERIFY(!scan.isKnownGone(m_env.path("unscanned/applications/tool.desktop")));
+        QCOMPARE(scan.apps().first().identity, QString("editor.desktop"));
     }
 
     void showsLocalizedNamesInLocaleOrder()

@@ -4,14 +4,21 @@
 
 #include <QMap>
 
-// A source with a fixed list of applications and icons.
+// A source with a fixed list of applications and icons; it vouches for no
+// folder.
 class FakeAppSource final : public AppSource {
 public:
     QList<AppItem> items;
     QStringList directories;
     QMap<QString, AppIconReference> icons;
 
-    QList<AppItem> fetch() const override { return items; }
+    AppScan scan() const override
+    {
+        AppScan scan;
+        for (const AppItem &item : items)
+            scan.add(item);
+        return scan;
+    }
     QStringList watchedDirectories() const override { return directories; }
     std::optional<AppIconReference> iconReference(const QString &appPath) const override
     {

@@ -12,23 +12,48 @@
 #include <QMutex>
 #include <QMutexLocker>
 #include <atomic>
+#include <optional>
 
 // In-memory stand-ins for the layout's repositories, for tests, benchmarks
 // and tools that must not touch the user's settings.
 
-// The installed applications as a test sets them; fetch() runs on a worker.
+// The installed applications as a test sets them; scan() runs on a worker.
+// Unless told otherwise it vouches for the whole disk, so every app it does
+// not list counts as uninstalled.
 class FakeAppsRepository final : public AppsRepository {
 public:
-    QList<AppItem> fetch() const override
+    AppScan scan() const override
     {
         ++m_fetches;
         QMutexLocker lock(&m_mutex);
-        return m_apps;
+        if (m_scan)
+            return *m_scan;
+        AppScan scan;
+        for (const AppItem &app : m_apps)
+            scan.add(app);
+        for (const QString &folder : m_listedFolders)
+            scan.addListedFolder(folder, {});
+        return scan;
     }
     void setApps(const QList<AppItem> &apps)
     {
         QMutexLocker lock(&m_mutex);
         m_apps = apps;
+        m_scan.reset();
+    }
+    // The folders the scan could list in full (nothing below them but the
+    // listed apps); "/" by default.
+    void setListedFolders(const QStringList &folders)
+    {
+        QMutexLocker lock(&m_mutex);
+        m_listedFolders = folders;
+    }
+    // A whole scan, as a real catalogue made it.
+    void setScan(const AppScan &scan)
+    {
+        QMutexLocker lock(&m_mutex);
+        m_scan = scan;
+        m_apps = scan.apps();
     }
     QList<AppItem> apps() const
     {
@@ -40,6 +65,8 @@ public:
 private:
     mutable QMutex m_mutex;
     QList<AppItem> m_apps;
+    QStringList m_listedFolders{QStringLiteral("/")};
+    std::optional<AppScan> m_scan;
     mutable std::atomic<int> m_fetches{0};
 };
 
@@ -107,6 +134,11 @@ public:
         stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
         return before - stored.size();
     }
+    void moveAppPath(const QString &from, const QString &to) override
+    {
+        if (const qsizetype at = stored.indexOf(from); at >= 0)
+            stored[at] = to;
+    }
 };
 
 class FakeRecentAppsService final : public RecentAppsService {
@@ -123,6 +155,11 @@ public:
         const qsizetype before = stored.size();
         stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
         return before - stored.size();
+    }
+    void moveAppPath(const QString &from, const QString &to) override
+    {
+        if (const qsizetype at = stored.indexOf(from); at >= 0)
+            stored[at] = to;
     }
 };
 

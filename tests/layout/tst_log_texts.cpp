@@ -136,6 +136,15 @@ class LogTextsTest : public QObject {
                  fx.fakes.hidden->stored = {path("Gone3"), path("H")};
                  fx.load({appKey("Gone4"), lonely.key(), appKey("A"), appKey("H")}, {"A", "H", "New"});
              }},
+            {"moved app",
+             [] {
+                 Fixture fx;
+                 fx.fakes.apps->setApps({AppItem{QUuid::createUuid(), path("Old"), "Old", "org.example.x"}});
+                 auto &model = fx.load();
+                 fx.fakes.apps->setApps({AppItem{QUuid::createUuid(), path("New"), "New", "org.example.x"}});
+                 model.loadInitial();
+                 waitForLoad(model);
+             }},
             {"no catalogue",
              [] {
                  FakeLayoutServices fakes;
@@ -404,6 +413,9 @@ private Q_SLOTS:
         row("clean-up", "🗑️ [CLEANUP] Removing deleted app from slot 0: /Applications/Gone4.app");
         row("clean-up", "🗑️ [CLEANUP] Removing 1 deleted apps from folder 'Lonely'");
         row("clean-up", "🗑️ [CLEANUP] Folder 'Lonely' is now empty, marking for deletion");
+        row("moved app",
+            "🔀 [CLEANUP] org.example.x moved from /Applications/Old.app to /Applications/New.app; its place in the "
+            "layout follows it");
         row("clean-up", "📝 [INSERT LOG] Placed A:/Applications/New.app in empty slot 0");
         row("clean-up", "👁️ [HIDE LOG] Hidden app /Applications/H.app was on the grid at slot 3, clearing it");
         row("no catalogue", "No application catalogue; the stored layout is kept without a scan");

@@ -302,6 +302,32 @@ private Q_SLOTS:
         QCOMPARE(f.pages().currentPage(), 1);
     }
 
+    // An app whose folder could not be read keeps its cell: dimmed under its
+    // custom name, movable, not opened.
+    void anAppTheScanCannotFindIsDimmedNotLost()
+    {
+        Fixture f(6);
+        QTRY_VERIFY(!f.model->isLoading());
+        f.names.setCustomName(QStringLiteral("/apps/A2.app"), QStringLiteral("Two"));
+        QList<AppItem> apps = f.fakes.apps->apps();
+        apps.removeAt(2);
+        f.fakes.apps->setApps(apps);
+        f.fakes.apps->setListedFolders({QStringLiteral("/usr/share/applications")}); // /apps unread
+        f.model->loadInitial();
+        QTRY_VERIFY(!f.model->isLoading());
+        QTRY_COMPARE(f.pages().model()->page(0)->cells().at(2).kind, CellKind::Unavailable);
+        const GridCell cell = f.pages().model()->page(0)->cells().at(2);
+        QCOMPARE(cell.title, QStringLiteral("Two"));
+        QCOMPARE(cell.iconPath, QStringLiteral("/apps/A2.app"));
+
+        f.drag().press(DragController::Grid, Fixture::iconCentre(2), Qt::LeftButton);
+        f.drag().release(Fixture::iconCentre(2));
+        QVERIFY(f.launcher->openedApps.isEmpty());
+        f.pressAndMove(Fixture::cellCentre(2), Fixture::cellCentre(20));
+        f.drag().release(Fixture::cellCentre(20));
+        QCOMPARE(f.model->slots().indexOf(appKey(2)), 20);
+    }
+
     void aMoveRedrawsOnlyTheCellsThatChanged()
     {
         Fixture f(20);

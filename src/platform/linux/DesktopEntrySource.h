@@ -9,9 +9,12 @@
 
 // The applications of a freedesktop desktop: the desktop entries in the
 // "applications" folder of every XDG data folder (and of the Flatpak and Snap
-// export folders), read through GIO. The first entry found for a desktop-file
-// id hides the others; hidden, NoDisplay, not-shown-here and uninstalled
-// (TryExec) entries are left out, and so is every launcher.
+// export folders). The first entry found for a desktop-file id hides the
+// others; hidden, NoDisplay, not-shown-here and uninstalled (TryExec, or the
+// Exec program not found) entries are left out, and so is every launcher.
+// Entries are read as GIO reads them, but without GIO's application index:
+// building it follows links without end, and asking it for a file's id
+// looks through every entry, which makes a scan quadratic.
 class DesktopEntrySource final : public AppSource {
 public:
     // With the system-wide export folders, unless TILLMORA_APP_DIRS replaces
@@ -24,7 +27,7 @@ public:
     QStringList applicationDirectories() const;
 
     // Ordered by display name, case-insensitive and by the rules of the locale.
-    QList<AppItem> fetch() const override;
+    AppScan scan() const override;
     QStringList watchedDirectories() const override { return applicationDirectories(); }
     std::optional<AppIconReference> iconReference(const QString &appPath) const override;
 
@@ -33,13 +36,12 @@ private:
         FileStamp stamp;
         std::optional<AppItem> item; // nothing: not shown
     };
-    std::optional<AppItem> evaluate(const QString &id, const QString &path) const;
 
     std::optional<QStringList> m_exportDirs;
     // What the last scan decided per desktop file. A file whose stamp is
     // unchanged is not parsed again, as long as nothing it may depend on
     // changed: the folders of PATH (a TryExec or Exec program installed or
-    // removed) and the language settings.
+    // removed), the language settings and the current desktop.
     mutable QMutex m_cacheMutex;
     mutable QByteArray m_cacheContext;
     mutable QHash<QString, CachedEntry> m_cache;

@@ -19,9 +19,10 @@ Item {
         iconPath: proxy.drag.iconPath
         title: ""
         showLabel: false
+        dimmed: proxy.drag.kind === CellKind.Unavailable
     }
     Rectangle {
-        visible: proxy.drag.kind !== CellKind.App
+        visible: proxy.drag.kind !== CellKind.App && proxy.drag.kind !== CellKind.Unavailable
         width: proxy.pages.iconSize * (proxy.drag.kind === CellKind.Widget ? 2 : 1.1)
         height: width
         radius: width * 0.22

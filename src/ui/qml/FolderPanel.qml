@@ -132,6 +132,7 @@ FocusScope {
                             anchors.fill: parent
                             iconPath: member.iconPath
                             title: member.title
+                            dimmed: member.kind === CellKind.Unavailable
                             iconSize: Math.min(panel.pages.iconSize, box.cell * 0.62)
                             showLabel: panel.pages.showLabels
                             selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index

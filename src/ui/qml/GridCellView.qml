@@ -41,7 +41,8 @@ Item {
     // One of these shows, by kind; the others stay empty and invisible.
     AppIcon {
         anchors.fill: parent
-        visible: cell.kind === CellKind.App
+        visible: cell.kind === CellKind.App || cell.kind === CellKind.Unavailable
+        dimmed: cell.kind === CellKind.Unavailable
         iconPath: cell.iconPath
         title: cell.title
         iconSize: cell.iconSize

@@ -32,7 +32,7 @@ Menu {
 
     Entry {
         text: qsTr("Open")
-        visible: menu.kind !== CellKind.Widget
+        visible: menu.kind !== CellKind.Widget && menu.kind !== CellKind.Unavailable
         onTriggered: menu.presenter.activation.activate(menu.key)
     }
     Entry {
