@@ -21,12 +21,12 @@ QJsonObject toJson(const CommandResult &result)
 
 // The reply is sent only once the change is on disk, with the save's outcome;
 // the overlay goes on meanwhile, however long the disk or a lock takes.
-void runAndSave(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
+void runAndSave(const Invocation &invocation, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
-    const CommandResult result = LayoutCommands::run(args, *controller.layout());
+    const CommandResult result = LayoutCommands::run(invocation.args, *controller.layout());
     // A reading command's answer never waits for, or fails with, the
     // overlay's own pending saves.
-    if (const Verbs::Verb *verb = Verbs::find(args); verb && !verb->changesLayout) {
+    if (!invocation.changesLayout) {
         reply(toJson(result));
         return;
     }
@@ -43,11 +43,12 @@ void runAndSave(const QStringList &args, LaunchpadWindowController &controller, 
         });
 }
 
-void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
+void runWhenLoaded(const Invocation &invocation, LaunchpadWindowController &controller,
+                   const InstanceChannel::Reply &reply)
 {
     LaunchpadViewModel *model = controller.layout();
     if (!model->isLoading()) {
-        runAndSave(args, controller, reply);
+        runAndSave(invocation, controller, reply);
         return;
     }
     // Commands act on the reconciled layout, never on a half-loaded one.
@@ -57,7 +58,7 @@ void runWhenLoaded(const QStringList &args, LaunchpadWindowController &controlle
         if (model->isLoading())
             return;
         QObject::disconnect(*connection);
-        runAndSave(args, *owner, reply);
+        runAndSave(invocation, *owner, reply);
     });
 }
 
@@ -92,6 +93,7 @@ Invocation interpret(const QJsonObject &request)
         return invocation;
     }
     invocation.args = args;
+    invocation.changesLayout = verb->changesLayout;
     invocation.overlay = verb->overlay;
     invocation.kind = verb->overlay == Verbs::OverlayAction::None ? Invocation::Kind::Layout : Invocation::Kind::Overlay;
     return invocation;
@@ -106,7 +108,7 @@ void handle(const QJsonObject &request, LaunchpadWindowController &controller, I
         controller.showOverlay();
         reply({{"ok", true}});
         return;
-    case Invocation::Kind::Layout: runWhenLoaded(invocation.args, controller, reply); return;
+    case Invocation::Kind::Layout: runWhenLoaded(invocation, controller, reply); return;
     case Invocation::Kind::Overlay: break;
     }
     switch (invocation.overlay) {

@@ -23,6 +23,7 @@ struct Invocation {
     Kind kind = Kind::Refused;
     Verbs::OverlayAction overlay = Verbs::OverlayAction::None;
     QStringList args;
+    bool changesLayout = false; // a Layout command whose answer waits for the save
     QJsonObject reply;
 };
 

@@ -117,6 +117,19 @@ public:
     void save(const QList<WorkflowItem> &workflows) override { stored = workflows; }
 };
 
+// The stored path lists of the hidden and recent fakes.
+namespace FakePathList {
+inline qsizetype removeDeleted(QStringList &paths, const std::function<bool(const QString &)> &stillInstalled)
+{
+    return paths.removeIf([&](const QString &p) { return !stillInstalled(p); });
+}
+inline void move(QStringList &paths, const QString &from, const QString &to)
+{
+    if (const qsizetype at = paths.indexOf(from); at >= 0)
+        paths[at] = to;
+}
+}
+
 class FakeHiddenAppsService final : public HiddenAppsService {
 public:
     QStringList stored;
@@ -130,15 +143,9 @@ public:
     bool isHidden(const QString &path) const override { return stored.contains(path); }
     qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override
     {
-        const qsizetype before = stored.size();
-        stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
-        return before - stored.size();
+        return FakePathList::removeDeleted(stored, stillInstalled);
     }
-    void moveAppPath(const QString &from, const QString &to) override
-    {
-        if (const qsizetype at = stored.indexOf(from); at >= 0)
-            stored[at] = to;
-    }
+    void moveAppPath(const QString &from, const QString &to) override { FakePathList::move(stored, from, to); }
 };
 
 class FakeRecentAppsService final : public RecentAppsService {
@@ -152,15 +159,9 @@ public:
     }
     qsizetype removeDeleted(const std::function<bool(const QString &)> &stillInstalled) override
     {
-        const qsizetype before = stored.size();
-        stored.removeIf([&](const QString &p) { return !stillInstalled(p); });
-        return before - stored.size();
+        return FakePathList::removeDeleted(stored, stillInstalled);
     }
-    void moveAppPath(const QString &from, const QString &to) override
-    {
-        if (const qsizetype at = stored.indexOf(from); at >= 0)
-            stored[at] = to;
-    }
+    void moveAppPath(const QString &from, const QString &to) override { FakePathList::move(stored, from, to); }
 };
 
 // One of each, wired into the services the layout model takes.
