@@ -33,6 +33,18 @@ inline QString path(const QString &name)
     return QStringLiteral("/Applications/%1.app").arg(name);
 }
 
+// A stored folder of the named apps (members and cells alike).
+inline FolderItem folderOf(const QString &name, const QStringList &appNames)
+{
+    FolderItem folder;
+    folder.id = QUuid::createUuid();
+    folder.name = name;
+    for (const QString &app : appNames)
+        folder.appPaths.append(path(app));
+    folder.slots = folder.appPaths;
+    return folder;
+}
+
 inline QStringList keys(std::initializer_list<const char *> list)
 {
     QStringList out;

@@ -99,10 +99,7 @@ class LogTextsTest : public QObject {
             {"unreachable",
              [] {
                  Fixture fx;
-                 FolderItem lost;
-                 lost.id = QUuid::createUuid();
-                 lost.name = "Lost";
-                 lost.appPaths = lost.slots = {path("B")};
+                 const FolderItem lost = folderOf("Lost", {"B"});
                  fx.fakes.folders->stored = {lost};
                  fx.fakes.widgets->stored = {WidgetItem{QUuid::createUuid(), "clock", WidgetSize::size2x2, {}}};
                  fx.load({appKey("A")}, {"A", "B"});
@@ -110,10 +107,7 @@ class LogTextsTest : public QObject {
             {"load",
              [] {
                  Fixture fx;
-                 FolderItem tools;
-                 tools.id = QUuid::createUuid();
-                 tools.name = "Tools";
-                 tools.appPaths = tools.slots = {path("B")};
+                 const FolderItem tools = folderOf("Tools", {"B"});
                  fx.fakes.folders->stored = {tools};
                  const QUuid gone = QUuid::createUuid();
                  fx.load({"A:", "F:", appKey("A"), appKey("A"), appKey("B"), tools.key(), SlotKey::widgetAnchor(gone),
@@ -128,10 +122,7 @@ class LogTextsTest : public QObject {
             {"clean-up",
              [] {
                  Fixture fx;
-                 FolderItem lonely;
-                 lonely.id = QUuid::createUuid();
-                 lonely.name = "Lonely";
-                 lonely.appPaths = lonely.slots = {path("Gone")};
+                 const FolderItem lonely = folderOf("Lonely", {"Gone"});
                  fx.fakes.folders->stored = {lonely};
                  fx.fakes.hidden->stored = {path("Gone3"), path("H")};
                  fx.load({appKey("Gone4"), lonely.key(), appKey("A"), appKey("H")}, {"A", "H", "New"});
