@@ -9,7 +9,7 @@ build="${TILLMORA_BUILD_DIR:-$root/build}"
 
 packages=(
   cmake ninja-build g++ pkg-config clang-tidy
-  qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools
+  qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-declarative-dev-tools qt6-l10n-tools qt6-tools-dev
   qt6-qpa-plugins qt6-wayland
   qml6-module-qtquick qml6-module-qtquick-window qml6-module-qtquick-controls
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript

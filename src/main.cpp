@@ -15,8 +15,24 @@
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
+#include <QLocale>
+#include <QTranslator>
 
 #include <cstdio>
+
+namespace {
+
+// Texts are message ids; the built-in English catalogue gives them words
+// when the user's language has none.
+void installTranslations(QCoreApplication &app)
+{
+    static QTranslator translator;
+    if (translator.load(QLocale(), QStringLiteral("tillmora"), QStringLiteral("_"), QStringLiteral(":/i18n"))
+        || translator.load(QStringLiteral(":/i18n/tillmora_en.qm")))
+        app.installTranslator(&translator);
+}
+
+}
 
 int main(int argc, char **argv)
 {
@@ -25,6 +41,7 @@ int main(int argc, char **argv)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     if (!CommandLine::startsLauncher(arguments)) {
         QCoreApplication app(argc, argv);
+        installTranslations(app);
         const Platform platform;
         return CommandLine::run(arguments, platform.catalogue());
     }
@@ -38,6 +55,7 @@ int main(int argc, char **argv)
     }
     RenderingBackend::chooseBeforeApplication();
     QApplication app(argc, argv);
+    installTranslations(app);
     QApplication::setApplicationName(QStringLiteral("tillmora"));
     QApplication::setApplicationDisplayName(QLatin1String(BundleIdentity::kProgramName));
     QApplication::setOrganizationDomain(QStringLiteral("tillmora.com"));

@@ -5,6 +5,7 @@
 #include "app/LegacyCachePurge.h"
 #include "foundation/Logging.h"
 #include "app/RegisteredDefaults.h"
+#include "spaces/SpacesViewModel.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -96,9 +97,11 @@ bool AppDelegate::applicationShouldHandleReopen(bool)
 
 void AppDelegate::applicationWillTerminate()
 {
-    // Every repository writes through; only the store's pending writes are
-    // flushed, and here the last ones are waited for.
+    // Every repository writes through; the active Space's snapshot takes in
+    // the run's last edits, and here the last writes are waited for.
     UserDefaultsStore::setBackgroundWrites(false);
-    if (m_windowController)
-        m_windowController->composition().userDefaultsStore->synchronize();
+    if (m_windowController) {
+        m_windowController->composition().spacesViewModel->persist();
+        m_windowController->composition().synchronize();
+    }
 }

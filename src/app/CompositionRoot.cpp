@@ -4,6 +4,10 @@
 #include "catalogue/AppSourceFoldersStore.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "organise/WorkflowsRepository.h"
+#include "spaces/SpaceStorageProvider.h"
+#include "spaces/SpacesRepository.h"
+#include "spaces/SpacesSnapshotService.h"
+#include "spaces/SpacesViewModel.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
 #include "storage/AppsCustomizationRepository.h"
@@ -30,27 +34,44 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
     root.fileSystemStore = std::make_shared<FileSystemStore>(
         locations.dataDirectory.isEmpty() ? FileSystemStore::defaultDirectory() : locations.dataDirectory);
 
+    // Before any repository reads: the layout comes from the active Space.
+    root.spaceStorageProvider = std::make_shared<SpaceStorageProvider>(root.userDefaultsStore, locations.configDirectory);
+    root.spacesRepo = std::make_shared<SpacesRepositoryImpl>(root.userDefaultsStore);
+    SpacesViewModel::restoreActiveSpace(*root.spaceStorageProvider, *root.spacesRepo);
+    root.layoutStore = std::make_shared<SpaceAwareStore>(root.spaceStorageProvider, root.userDefaultsStore);
+
     root.appSearchDirectories = AppsRepositoryImpl::searchDirectoriesFromEnvironment();
     root.appsRepo = std::make_shared<AppsRepositoryImpl>(root.appSearchDirectories);
     for (const auto &source : catalogue.appSources)
         root.appsRepo->addSource(source);
-    root.appsRepo->setUserFolders(AppSourceFoldersStore::paths(AppSourceFoldersStore::loadAll(*root.userDefaultsStore)));
+    root.appsRepo->setUserFolders(AppSourceFoldersStore::paths(AppSourceFoldersStore::loadAll(*root.layoutStore)));
     root.appLauncher = catalogue.launcher;
     root.appIconLookup = std::make_shared<AppIconLookupImpl>(catalogue.appSources);
-    root.layoutStore = root.userDefaultsStore;
 
     root.foldersRepo = std::make_shared<FoldersRepositoryImpl>(root.layoutStore);
     root.orderRepo = std::make_shared<OrderRepositoryImpl>(root.layoutStore);
-    root.appearanceRepo = std::make_shared<AppearanceRepositoryImpl>(root.userDefaultsStore);
+    root.appearanceRepo = std::make_shared<AppearanceRepositoryImpl>(root.layoutStore, root.userDefaultsStore);
     root.hiddenAppsService = std::make_shared<HiddenAppsServiceImpl>(root.layoutStore);
-    root.recentAppsService = std::make_shared<RecentAppsServiceImpl>(root.userDefaultsStore);
-    root.folderIconStyleRepo = std::make_shared<FolderIconStyleRepositoryImpl>(root.userDefaultsStore);
+    root.recentAppsService = std::make_shared<RecentAppsServiceImpl>(root.layoutStore);
+    root.folderIconStyleRepo = std::make_shared<FolderIconStyleRepositoryImpl>(root.layoutStore);
     root.widgetsRepo = std::make_shared<WidgetsRepositoryImpl>(root.layoutStore, root.fileSystemStore);
-    root.appNameRepository = std::make_shared<AppNameRepositoryImpl>(root.userDefaultsStore);
+    root.appNameRepository = std::make_shared<AppNameRepositoryImpl>(root.layoutStore);
     root.appsCustomizationRepository =
-        std::make_shared<AppsCustomizationRepositoryImpl>(root.userDefaultsStore, root.fileSystemStore);
+        std::make_shared<AppsCustomizationRepositoryImpl>(root.layoutStore, root.fileSystemStore);
     root.workflowsRepo = std::make_shared<WorkflowsRepositoryImpl>(root.layoutStore);
+
+    root.spacesSnapshotService = std::make_shared<SpacesSnapshotService>(root.userDefaultsStore, root.fileSystemStore);
+    root.spacesViewModel =
+        std::make_shared<SpacesViewModel>(root.spacesRepo, root.spacesSnapshotService, root.spaceStorageProvider);
     return root;
+}
+
+bool CompositionRoot::synchronize(QString *error) const
+{
+    const bool ok = spaceStorageProvider->synchronizeAll();
+    if (!ok && error)
+        *error = spaceStorageProvider->lastError();
+    return ok;
 }
 
 LayoutServices CompositionRoot::layoutServices() const

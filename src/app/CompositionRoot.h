@@ -17,6 +17,10 @@ class FoldersRepositoryImpl;
 class HiddenAppsServiceImpl;
 class OrderRepositoryImpl;
 class RecentAppsServiceImpl;
+class SpaceStorageProvider;
+class SpacesRepositoryImpl;
+class SpacesSnapshotService;
+class SpacesViewModel;
 class UserDefaultsStore;
 class UserDefaultsStoreType;
 class WidgetsRepositoryImpl;
@@ -31,8 +35,10 @@ struct StorageLocations {
 };
 
 // The shared services, built once at start-up and handed to every model.
-// Layout repositories hold layoutStore, the store that follows the active
-// Space; the customisation repositories read the standard store directly.
+// Every repository of what a profile holds (grid, folders, hidden apps,
+// widgets, workflows, names, icons, look) is built over layoutStore, the
+// store that follows the active Space; the activation inputs and the Spaces
+// list itself stay in the standard store.
 struct CompositionRoot {
     std::shared_ptr<AppsRepositoryImpl> appsRepo;
     // The bundle folders: the standard seven, or TILLMORA_APP_DIRS.
@@ -50,6 +56,10 @@ struct CompositionRoot {
     std::shared_ptr<AppNameRepositoryImpl> appNameRepository;
     std::shared_ptr<WorkflowsRepositoryImpl> workflowsRepo;
     std::shared_ptr<UserDefaultsStoreType> layoutStore;
+    std::shared_ptr<SpaceStorageProvider> spaceStorageProvider;
+    std::shared_ptr<SpacesRepositoryImpl> spacesRepo;
+    std::shared_ptr<SpacesSnapshotService> spacesSnapshotService;
+    std::shared_ptr<SpacesViewModel> spacesViewModel;
     // Opening applications and icons; the launcher is null when the platform
     // has none (headless tests).
     std::shared_ptr<AppLauncher> appLauncher;
@@ -57,6 +67,10 @@ struct CompositionRoot {
 
     // What the layout model reads and writes through.
     LayoutServices layoutServices() const;
+
+    // Writes the standard store and every Space suite; false with the
+    // reason when one could not be written.
+    bool synchronize(QString *error = nullptr) const;
 
     static CompositionRoot build(const StorageLocations &locations, const CataloguePlatform &catalogue = {});
 };

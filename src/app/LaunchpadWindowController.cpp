@@ -8,6 +8,10 @@
 #include "input/HotKeyManager.h"
 #include "input/KnockToLaunchManager.h"
 #include "layout/LaunchpadViewModel.h"
+#include "spaces/SpaceStorageProvider.h"
+#include "spaces/SpacesAutoSwitchService.h"
+#include "spaces/SpacesRepository.h"
+#include "spaces/SpacesViewModel.h"
 #include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
 #include "storage/SettingsKeys.h"
@@ -65,17 +69,58 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
 
     m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
 
+    // Spaces: the grid follows a switch, the active Space's snapshot follows
+    // the grid, rules pick a Space by time, and each Space's shortcut picks it.
+    SpacesViewModel &spaces = *m_composition.spacesViewModel;
+    spaces.setLayoutModel(m_layout);
+    m_autoSwitch = std::make_unique<SpacesAutoSwitchService>(m_composition.userDefaultsStore);
+    spaces.setAutoSwitchService(m_autoSwitch.get());
+    m_autoSwitch->start([this] { return this->spaces().spaceItems(); },
+                        [this](const SpaceItem &space) {
+                            // The rule keeps matching while its Space is in use.
+                            if (this->spaces().activeSpaceId() != space.id)
+                                this->spaces().switchTo(space.id, false);
+                        });
+    m_hotKeyManager->setSpaceHotKeyCallback([this](const QUuid &id) { this->spaces().switchTo(id, true); });
+    connect(&spaces, &SpacesViewModel::spacesChanged, this, &LaunchpadWindowController::updateSpaceHotKeys);
+    connect(&spaces, &SpacesViewModel::activeSpaceChanged, this, &LaunchpadWindowController::watchActiveSuite);
+    updateSpaceHotKeys();
+
     // `tillmora defaults write`, a second copy or a hand edit change the file
     // behind the launcher's back; what they change takes effect here at once.
     m_composition.userDefaultsStore->watchExternalChanges(
         this, [this](const QStringList &keys) { takeInChangedSettings(keys); });
+    watchActiveSuite();
     UserDefaultsStore::setSaveStatusHandler([self = QPointer<LaunchpadWindowController>(this)](bool saved, const QString &error) {
         if (self)
             Q_EMIT self->saveStatusChanged(saved, error);
     });
 }
 
-void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
+void LaunchpadWindowController::updateSpaceHotKeys()
+{
+    QList<SpaceHotKey> hotKeys;
+    for (const SpaceItem &space : spaces().spaceItems())
+        hotKeys.append(SpaceHotKey{space.id, space.name, space.hotKeyKeyCode, space.hotKeyModifiers});
+    m_hotKeyManager->updateSpaceHotKeys(hotKeys);
+}
+
+void LaunchpadWindowController::watchActiveSuite()
+{
+    const auto active = spaces().activeSpaceId();
+    if (!active || m_watchedSuites.contains(*active))
+        return;
+    m_watchedSuites.insert(*active);
+    const QUuid id = *active;
+    m_composition.spaceStorageProvider->storeForSpace(id)->watchExternalChanges(this, [this, id](const QStringList &keys) {
+        if (spaces().activeSpaceId() != id)
+            return;
+        takeInChangedProfile(keys);
+        Q_EMIT settingsChangedElsewhere(keys);
+    });
+}
+
+void LaunchpadWindowController::takeInChangedProfile(const QStringList &keys)
 {
     static const QSet<QString> kLayoutKeys = {
         QLatin1String(SettingsKeys::kSlots),          QLatin1String(SettingsKeys::kFolders),
@@ -88,6 +133,16 @@ void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
     };
     if (touches(kLayoutKeys))
         m_layout->loadInitial();
+}
+
+void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
+{
+    if (keys.contains(QLatin1String(SpacesRepositoryImpl::kItemsKey))
+        || keys.contains(QLatin1String(SpacesRepositoryImpl::kActiveSpaceIdKey)))
+        spaces().reload();
+    // The standard store holds the profile only while no Space is active.
+    if (!spaces().activeSpaceId())
+        takeInChangedProfile(keys);
 
     const UserDefaultsStoreType &store = *m_inputSettings;
     if (keys.contains(QLatin1String(SettingsKeys::kHotKeyEnabled)))

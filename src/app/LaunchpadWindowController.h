@@ -5,6 +5,8 @@
 #include "layout/LaunchpadViewModel.h"
 
 #include <QObject>
+#include <QSet>
+#include <QUuid>
 #include <memory>
 
 class AppMonitor;
@@ -12,6 +14,8 @@ class GesturesManager;
 class HotCornersManager;
 class HotKeyManager;
 class KnockToLaunchManager;
+class SpacesAutoSwitchService;
+class SpacesViewModel;
 class UserDefaultsStoreType;
 
 // Owns the composition and the services for the life of the process, and the
@@ -34,6 +38,8 @@ public:
     HotCornersManager &hotCornersManager() { return *m_hotCornersManager; }
     KnockToLaunchManager &knockToLaunchManager() { return *m_knockToLaunchManager; }
     GesturesManager &gesturesManager() { return *m_gesturesManager; }
+    SpacesViewModel &spaces() const { return *m_composition.spacesViewModel; }
+    SpacesAutoSwitchService &autoSwitch() { return *m_autoSwitch; }
     // The layout model, created after the migrations and loaded at once.
     LaunchpadViewModel *layout() const { return m_layout; }
     bool overlayVisible() const { return m_overlayVisible; }
@@ -57,6 +63,9 @@ Q_SIGNALS:
 private:
     void setOverlayVisible(bool visible);
     void takeInChangedSettings(const QStringList &keys);
+    void takeInChangedProfile(const QStringList &keys);
+    void watchActiveSuite();
+    void updateSpaceHotKeys();
 
     // Declared in start-up order: the activation managers and the app monitor
     // come before the composition, the gestures after the migrations.
@@ -69,6 +78,8 @@ private:
     CompositionRoot m_composition;
     std::unique_ptr<GesturesManager> m_gesturesManager;
     LaunchpadViewModel *m_layout = nullptr;
+    std::unique_ptr<SpacesAutoSwitchService> m_autoSwitch;
+    QSet<QUuid> m_watchedSuites;
     QList<AppItem> m_cachedApps;
     bool m_overlayVisible = false;
 };

@@ -94,7 +94,9 @@ CommandResult overlayCommand(const Verbs::Verb &verb, const QStringList &args)
     return CommandResult::failure(QStringLiteral("the launcher did not answer within %1 s").arg(kLauncherStartTimeoutMs / 1000));
 }
 
-CommandResult layoutCommand(const Verbs::Verb &verb, const QStringList &args, const CataloguePlatform &catalogue)
+// A command on the stored layout or Spaces: carried out by the running
+// launcher, else here on the stored data.
+CommandResult dataCommand(const Verbs::Verb &verb, const QStringList &args, const CataloguePlatform &catalogue)
 {
     if (launcherRunning()) {
         if (const auto result = forward(args))
@@ -104,10 +106,12 @@ CommandResult layoutCommand(const Verbs::Verb &verb, const QStringList &args, co
     // A command that only reads writes nothing: not the migrations, not what
     // this process's (perhaps narrower) view of the installed apps would
     // reconcile away.
-    if (!verb.changesLayout)
+    if (!Verbs::changes(verb, args))
         UserDefaultsStore::setProcessReadOnly(true);
     HeadlessSession session(StorageLocations::fromEnvironment(), catalogue);
-    const CommandResult result = LayoutCommands::run(args, session.loadedModel());
+    // The Spaces need no grid: a headless switch only moves the profile.
+    const CommandResult result = verb.spaces ? verb.spaces(args.mid(1), session.spaces())
+                                             : LayoutCommands::run(args, session.loadedModel());
     const bool saved = session.flush();
     return CommandResult::saved(result, saved, session.saveError());
 }
@@ -139,8 +143,8 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
         return finish(verb->local(args.mid(1)));
     if (verb && verb->overlay != Verbs::OverlayAction::None)
         return finish(overlayCommand(*verb, args));
-    if (verb && verb->layout)
-        return finish(layoutCommand(*verb, args, catalogue));
+    if (verb && (verb->layout || verb->spaces))
+        return finish(dataCommand(*verb, args, catalogue));
     const QString command = args.value(0);
     // A known verb with arguments it does not take says what it takes.
     for (const Verbs::Verb &known : Verbs::all())

@@ -44,10 +44,15 @@ LaunchpadViewModel &HeadlessSession::loadedModel()
 
 bool HeadlessSession::flush()
 {
-    return m_composition.userDefaultsStore->synchronize();
+    return m_composition.synchronize(&m_saveError);
 }
 
 QString HeadlessSession::saveError() const
 {
-    return m_composition.userDefaultsStore->lastError();
+    return m_saveError;
+}
+
+SpacesViewModel &HeadlessSession::spaces()
+{
+    return *m_composition.spacesViewModel;
 }

@@ -5,6 +5,7 @@
 #include <memory>
 
 class LaunchpadViewModel;
+class SpacesViewModel;
 
 // The launcher's model without the launcher: migrations, the stored profile
 // and the reconciliation with the installed applications, for a command run
@@ -20,8 +21,12 @@ public:
     // failed; saveError() says why.
     bool flush();
     QString saveError() const;
+    // The Spaces, without the grid (a switch here only moves the profile;
+    // no grid is on screen to reload).
+    SpacesViewModel &spaces();
 
 private:
     CompositionRoot m_composition;
     std::unique_ptr<LaunchpadViewModel> m_model;
+    QString m_saveError;
 };

@@ -5,6 +5,8 @@
 #include "cli/LayoutCommands.h"
 #include "cli/Verbs.h"
 #include "layout/LaunchpadViewModel.h"
+#include "spaces/SpaceStorageProvider.h"
+#include "spaces/SpacesViewModel.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QJsonArray>
@@ -23,14 +25,16 @@ QJsonObject toJson(const CommandResult &result)
 // the overlay goes on meanwhile, however long the disk or a lock takes.
 void runAndSave(const Invocation &invocation, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
-    const CommandResult result = LayoutCommands::run(invocation.args, *controller.layout());
+    const CommandResult result = invocation.kind == Invocation::Kind::Spaces
+                                     ? Verbs::find(invocation.args)->spaces(invocation.args.mid(1), controller.spaces())
+                                     : LayoutCommands::run(invocation.args, *controller.layout());
     // A reading command's answer never waits for, or fails with, the
     // overlay's own pending saves.
     if (!invocation.changesLayout) {
         reply(toJson(result));
         return;
     }
-    controller.composition().userDefaultsStore->synchronizeInBackground(
+    controller.composition().spaceStorageProvider->synchronizeAllInBackground(
         &controller, [result, reply](bool saved, const QString &error) {
             // The launcher keeps the change and retries the save; the exit
             // status still says it is not on disk now.
@@ -93,9 +97,11 @@ Invocation interpret(const QJsonObject &request)
         return invocation;
     }
     invocation.args = args;
-    invocation.changesLayout = verb->changesLayout;
+    invocation.changesLayout = Verbs::changes(*verb, args);
     invocation.overlay = verb->overlay;
-    invocation.kind = verb->overlay == Verbs::OverlayAction::None ? Invocation::Kind::Layout : Invocation::Kind::Overlay;
+    invocation.kind = verb->overlay != Verbs::OverlayAction::None ? Invocation::Kind::Overlay
+                      : verb->spaces                             ? Invocation::Kind::Spaces
+                                                                 : Invocation::Kind::Layout;
     return invocation;
 }
 
@@ -108,7 +114,8 @@ void handle(const QJsonObject &request, LaunchpadWindowController &controller, I
         controller.showOverlay();
         reply({{"ok", true}});
         return;
-    case Invocation::Kind::Layout: runWhenLoaded(invocation, controller, reply); return;
+    case Invocation::Kind::Layout:
+    case Invocation::Kind::Spaces: runWhenLoaded(invocation, controller, reply); return;
     case Invocation::Kind::Overlay: break;
     }
     switch (invocation.overlay) {

@@ -18,6 +18,7 @@ struct Invocation {
         Activate, // {"command": "activate"}: show the overlay
         Overlay,  // toggle, show or hide the overlay, as overlay says
         Layout,   // run the layout command args (verb first) once loaded
+        Spaces,   // run the Spaces command args (verb first)
         Refused,  // nothing runs; reply is the answer
     };
     Kind kind = Kind::Refused;

@@ -2,6 +2,7 @@
 
 #include "cli/DefaultsCommand.h"
 #include "cli/LayoutCommands.h"
+#include "cli/SpaceCommands.h"
 
 namespace Verbs {
 
@@ -23,6 +24,7 @@ const char *title(Section section)
     case Section::Grid: return "Changing the grid (KEY is A:/path, F:<uuid> or WF:<uuid>; a bare path is an app):\n";
     case Section::Folders: return "Folders:\n";
     case Section::Widgets: return "Widgets:\n";
+    case Section::Spaces: return "Spaces (profiles; every command above acts on the active one):\n";
     case Section::Settings: return "Settings (raw, without loading the layout):\n";
     }
     return "";
@@ -87,6 +89,22 @@ const QList<Verb> kVerbs{
      "  widget remove ID\n",
      true, true, false, O::None, L::widget, nullptr},
 
+    {"space", "", S::Spaces, "space list|create|switch|edit|delete|auto-switch ...",
+     "  space list [--json]        The Spaces; '*' marks the active one, 'standard'\n"
+     "                             is the profile outside every Space.\n"
+     "  space create NAME [--emoji E] [--color HEX] [--default-layout]\n"
+     "                             A copy of the current profile (or the default\n"
+     "                             layout); prints its id.\n"
+     "  space switch ID|NAME|standard\n"
+     "  space edit ID [--name N] [--emoji E] [--color HEX] [--hotkey COMBO|none]\n"
+     "             [--auto-switch on|off] [--clear-triggers] [--trigger SPEC]...\n"
+     "                             COMBO like ctrl+super+1; SPEC: 'time 09:00-17:30',\n"
+     "                             'days mon,tue', 'days sat,sun 10:00-14:00', 'focus'.\n"
+     "  space delete ID            Its settings and files go with it.\n"
+     "  space auto-switch --at 2026-11-23T09:30 [--json]\n"
+     "                             The Space the rules would pick then, or 'none'.\n",
+     true, true, false, O::None, nullptr, nullptr, SpaceCommands::run},
+
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.
     {"defaults", "", S::Settings, "defaults read|write|delete ...",
@@ -109,6 +127,13 @@ bool named(const Verb &verb, const QString &word)
 }
 
 const QList<Verb> &all() { return kVerbs; }
+
+bool changes(const Verb &verb, const QStringList &args)
+{
+    if (verb.spaces)
+        return !SpaceCommands::readsOnly(args.mid(1));
+    return verb.changesLayout;
+}
 
 const Verb *find(const QStringList &args)
 {

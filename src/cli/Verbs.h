@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class LaunchpadViewModel;
+class SpacesViewModel;
 
 // Every word the `tillmora` command line understands, in one table: the
 // parser looks verbs up here, the forwarding to a running launcher asks the
@@ -13,7 +14,7 @@ class LaunchpadViewModel;
 namespace Verbs {
 
 // The --help sections, in the order they are printed.
-enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Settings };
+enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Spaces, Settings };
 
 // What an overlay verb asks of the running launcher's window.
 enum class OverlayAction { None, Toggle, Show, Hide };
@@ -21,6 +22,9 @@ enum class OverlayAction { None, Toggle, Show, Hide };
 // Reads or edits the loaded layout; args follow the verb. Runs headless, or
 // inside the running launcher on its own model.
 using LayoutHandler = CommandResult (*)(const QStringList &args, LaunchpadViewModel &model);
+// Works on the Spaces; args follow the verb. Runs headless, or inside the
+// running launcher.
+using SpacesHandler = CommandResult (*)(const QStringList &args, SpacesViewModel &spaces);
 // Runs in this process, never forwarded; args follow the verb.
 using LocalHandler = CommandResult (*)(const QStringList &args);
 
@@ -36,9 +40,13 @@ struct Verb {
     OverlayAction overlay;
     LayoutHandler layout;
     LocalHandler local;
+    SpacesHandler spaces = nullptr;
 };
 
 const QList<Verb> &all();
+// Whether these arguments change stored data (a verb may have sub-commands
+// that only read).
+bool changes(const Verb &verb, const QStringList &args);
 // The verb args (starting with the verb word) invoke, or nullptr.
 const Verb *find(const QStringList &args);
 QString helpText();

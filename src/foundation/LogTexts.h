@@ -143,4 +143,13 @@ inline constexpr char kMigratingFolders[] = "Migrating folders to slots format";
 inline constexpr char kMigratedFolders[] = "Successfully migrated %ld folders to slots format";
 inline constexpr char kMigrationClearedActiveSpace[] = "Spaces: cleared activeSpaceId (no spaces list)";
 
+// Spaces
+inline constexpr char kSpacesDecodeFailed[] = "Failed to decode Spaces: %s";
+inline constexpr char kSpacesEncodeFailed[] = "Failed to encode Spaces: %s";
+inline constexpr char kSnapshotDecodeFailed[] = "Failed to decode snapshot for %s: %s";
+inline constexpr char kSnapshotEncodeFailed[] = "Failed to encode snapshot for %s: %s";
+inline constexpr char kRecoveredHiddenApps[] = "Recovered %ld hidden app(s) from live Space suite.";
+inline constexpr char kRecoveredWallpaper[] = "Recovered missing active Space wallpaper from standard path.";
+inline constexpr char kRecoverWallpaperFailed[] = "Failed to recover missing active Space wallpaper: %s";
+
 }

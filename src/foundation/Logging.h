@@ -8,6 +8,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcApp)
 Q_DECLARE_LOGGING_CATEGORY(lcPersistence)
 Q_DECLARE_LOGGING_CATEGORY(lcServices)
 Q_DECLARE_LOGGING_CATEGORY(lcLayout)
+Q_DECLARE_LOGGING_CATEGORY(lcSpaces)
 
 // Turns one category's debug output off for a scope: a move worked out on a
 // copy (a drag preview) must not read in the log like a move that happened.

@@ -10,8 +10,10 @@
 const QStringList AppearanceRepositoryImpl::kTitleColorValues{QStringLiteral("auto"), QStringLiteral("light"),
                                                               QStringLiteral("dark")};
 
-AppearanceRepositoryImpl::AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore)
-    : m_defaults(std::move(standardStore))
+AppearanceRepositoryImpl::AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store,
+                                                   std::shared_ptr<UserDefaultsStoreType> machineStore)
+    : m_defaults(std::move(store))
+    , m_machine(machineStore ? std::move(machineStore) : m_defaults)
 {
 }
 
@@ -66,13 +68,14 @@ void AppearanceRepositoryImpl::setColumns(const DisplayProfile &display, int col
 
 QString AppearanceRepositoryImpl::lastDisplay() const
 {
-    const QString key = m_defaults->string(QLatin1String(SettingsKeys::kLastOverlayDisplay)).value_or(QString());
+    const QString key = m_machine->string(QLatin1String(SettingsKeys::kLastOverlayDisplay)).value_or(QString());
     return key.isEmpty() ? QStringLiteral("default") : key;
 }
 
 void AppearanceRepositoryImpl::setLastDisplay(const QString &key)
 {
-    write(QLatin1String(SettingsKeys::kLastOverlayDisplay), key);
+    if (m_machine->persistedObject(QLatin1String(SettingsKeys::kLastOverlayDisplay)) != QVariant(key))
+        m_machine->set(key, QLatin1String(SettingsKeys::kLastOverlayDisplay));
 }
 
 int AppearanceRepositoryImpl::rows(const DisplayProfile &display) const

@@ -59,7 +59,10 @@ public:
     static constexpr double kDefaultIconSize = 120;
     static const QStringList kTitleColorValues; // "auto", "light", "dark"
 
-    explicit AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> standardStore);
+    // machineStore: where the last display is kept, a fact of this machine
+    // rather than of a profile; the profile's store when not given.
+    explicit AppearanceRepositoryImpl(std::shared_ptr<UserDefaultsStoreType> store,
+                                      std::shared_ptr<UserDefaultsStoreType> machineStore = nullptr);
 
     double iconSize(const DisplayProfile &display) const override;
     void setIconSize(const DisplayProfile &display, double size) override;
@@ -96,4 +99,5 @@ private:
     void write(const QString &key, const QVariant &value);
 
     std::shared_ptr<UserDefaultsStoreType> m_defaults;
+    std::shared_ptr<UserDefaultsStoreType> m_machine;
 };

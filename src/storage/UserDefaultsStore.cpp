@@ -7,6 +7,7 @@
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QHash>
@@ -409,6 +410,27 @@ std::optional<QVariantMap> UserDefaultsStore::dictionary(const QString &key) con
 void UserDefaultsStore::removeObject(const QString &key)
 {
     change(key, std::nullopt);
+}
+
+bool UserDefaultsStore::removeDomain(QString *error)
+{
+    QMutexLocker writing(&m_shared->writeMutex);
+    {
+        QMutexLocker lock(&m_shared->mutex);
+        m_shared->pending.clear();
+        m_shared->pendingGeneration.clear();
+        m_shared->content = DomainFile::Content();
+        m_shared->knownStamp.reset();
+    }
+    if (s_readOnly)
+        return true;
+    QFile file(m_fileName);
+    if (file.exists() && !file.remove()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    return true;
 }
 
 bool UserDefaultsStore::synchronize()

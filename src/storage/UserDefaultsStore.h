@@ -67,6 +67,10 @@ public:
     // changed. Public for tests that have no time to wait for the watcher.
     QStringList refreshFromDisk();
 
+    // Deletes the domain: its file goes and what was pending for it is
+    // dropped, so no later flush brings the file back. For a deleted Space.
+    bool removeDomain(QString *error = nullptr);
+
     QString domainName() const { return m_domainName; }
     QString fileName() const;
     // Every key stored in this domain (registered defaults excluded).

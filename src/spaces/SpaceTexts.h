@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+// The Spaces texts are message ids, shown through the translation catalogue
+// (English built in, see translations/); never show an id itself.
+namespace SpaceTexts {
+extern const char *const kConflictAlert;
+extern const char *const kInvalidStartTime;
+extern const char *const kInvalidEndTime;
+extern const char *const kStartAfterEnd;
+extern const char *const kCreateWithCurrentSettings;
+extern const char *const kCreateWithDefaultLayout;
+// Monday first, as rule weekdays count.
+extern const char *const kWeekdays[7];
+
+// The text of a message id in the user's language.
+QString text(const char *id);
+}
