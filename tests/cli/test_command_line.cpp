@@ -428,6 +428,92 @@ private Q_SLOTS:
         QCOMPARE(folders.first().toObject().value(QStringLiteral("name")).toString(), QStringLiteral("After"));
     }
 
+    // Each Space keeps its own grid through switches back and forth, and
+    // every command acts on the active one.
+    void spacesKeepTheirOwnGrids()
+    {
+        QCOMPARE(tillmora({"move", app("Alpha"), "7"}).exitCode, 0);
+        const QString work = tillmora({"space", "create", "Work", "--emoji", "💼"}).out.trimmed();
+        const Run home = tillmora({"space", "create", "Home", "--default-layout"});
+        QCOMPARE(home.exitCode, 0);
+        QCOMPARE(tillmora({"space", "switch", "Work"}).exitCode, 0);
+        QCOMPARE(layoutJson()["slots"].toArray().at(7).toString(), key("Alpha")); // a copy of the profile
+        QCOMPARE(tillmora({"move", app("Echo"), "0"}).exitCode, 0);
+        QCOMPARE(tillmora({"space", "switch", home.out.trimmed()}).exitCode, 0);
+        QCOMPARE(layoutJson()["slots"].toArray().at(0).toString(), key("Alpha")); // the default layout
+        QCOMPARE(tillmora({"hide", app("Bravo")}).exitCode, 0);
+
+        QCOMPARE(tillmora({"space", "switch", "standard"}).exitCode, 0);
+        QJsonObject layout = layoutJson();
+        QCOMPARE(layout["slots"].toArray().at(7).toString(), key("Alpha"));
+        QVERIFY(layout["hiddenApps"].toArray().isEmpty());
+        QCOMPARE(tillmora({"space", "switch", work}).exitCode, 0);
+        QCOMPARE(layoutJson()["slots"].toArray().at(0).toString(), key("Echo"));
+
+        const Run list = tillmora({"space", "list"});
+        QCOMPARE(list.out, QStringLiteral("\tstandard\t\tStandard\n*\t%1\t💼\tWork\n\t%2\t✨\tHome\n")
+                               .arg(work, home.out.trimmed()));
+        const QJsonObject json = QJsonDocument::fromJson(tillmora({"space", "list", "--json"}).out.toUtf8()).object();
+        QCOMPARE(json["activeSpaceId"].toString(), work);
+        QCOMPARE(json["spaces"].toArray().at(0)["name"].toString(), QStringLiteral("Work"));
+
+        // Refused edits say why in words and change nothing.
+        QCOMPARE(tillmora({"space", "edit", work, "--hotkey", "ctrl+super+1"}).exitCode, 0);
+        const QByteArray before = storedBytes();
+        const QList<std::pair<QStringList, QString>> refused{
+            {{"space", "edit", "Home", "--hotkey", "ctrl+super+1"}, "Another Space already uses this shortcut"},
+            {{"space", "edit", "Home", "--trigger", "time 17:00-09:00"}, "The end time must be later"},
+            {{"space", "edit", "Home", "--trigger", "time", "9:75-10:00"}, "The start time is not a valid time"},
+            {{"space", "edit", "Home", "--trigger", "days mon,fun"}, "unknown weekday 'fun'"},
+            {{"space", "switch", "Nowhere"}, "no Space 'Nowhere'"}};
+        for (const auto &[args, reason] : refused) {
+            const Run r = tillmora(args);
+            QCOMPARE(r.exitCode, 2);
+            QVERIFY2(r.err.contains(reason), qPrintable(r.err));
+        }
+        QCOMPARE(storedBytes(), before);
+
+        QCOMPARE(tillmora({"space", "edit", "Home", "--auto-switch", "on", "--trigger", "days", "sat,sun"}).exitCode, 0);
+        QCOMPARE(tillmora({"space", "auto-switch", "--at", "2026-11-22T10:00"}).out.trimmed(), home.out.trimmed());
+        QCOMPARE(tillmora({"space", "auto-switch", "--at", "2026-11-23T10:00"}).out.trimmed(), QStringLiteral("none"));
+
+        QCOMPARE(tillmora({"space", "delete", work}).exitCode, 0);
+        QVERIFY(!QFile::exists(env->configDir() + QStringLiteral("/com.tillmora.space.%1.json").arg(work)));
+        QCOMPARE(layoutJson()["slots"].toArray().at(7).toString(), key("Alpha")); // back on the standard profile
+    }
+
+    // The running launcher switches at once, and a change it reported done
+    // in a Space survives a kill.
+    void aRunningLauncherSwitchesSpaces()
+    {
+        const QString work = tillmora({"space", "create", "Work"}).out.trimmed();
+        QProcess launcher;
+        launcher.setProcessEnvironment(processEnvironment());
+        launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
+        QVERIFY(launcher.waitForStarted());
+        const auto stop = qScopeGuard([&] {
+            launcher.kill();
+            launcher.waitForFinished(10000);
+        });
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(env->runtimeDir() + QStringLiteral("/tillmora/instance.sock")), 20000);
+
+        QCOMPARE(tillmora({"space", "switch", work}).exitCode, 0);
+        QCOMPARE(tillmora({"move", app("Delta"), "12"}).exitCode, 0);
+        QCOMPARE(tillmora({"space", "switch", "standard"}).exitCode, 0);
+        QCOMPARE(layoutJson()["slots"].toArray().at(3).toString(), key("Delta"));
+        QCOMPARE(tillmora({"space", "switch", work}).exitCode, 0);
+        const Run created = tillmora({"folder", "create", "Kept", app("Charlie")});
+        QCOMPARE(created.exitCode, 0);
+        launcher.kill();
+        launcher.waitForFinished(10000);
+
+        const QJsonObject layout = layoutJson();
+        QCOMPARE(layout["slots"].toArray().at(12).toString(), key("Delta"));
+        QCOMPARE(layout["folders"].toArray().first()["name"].toString(), QStringLiteral("Kept"));
+        QCOMPARE(QJsonDocument::fromJson(tillmora({"space", "list", "--json"}).out.toUtf8())["activeSpaceId"].toString(),
+                 work);
+    }
+
     // With no display the launcher says so instead of aborting, and toggle
     // does not claim to have shown anything.
     void withoutADisplayNothingPretendsToStart()
