@@ -89,6 +89,7 @@ int main(int argc, char **argv)
                          CompositionRoot &root = controller->composition();
                          presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
                                                                      *root.appearanceRepo, root.appLauncher);
+                         presenter->setSpaces(&controller->spaces());
                          overlay = std::make_unique<OverlayWindow>(
                              *controller, *presenter,
                              [lookup = root.appIconLookup](const QString &path) { return lookup->icon(path); });

@@ -3,6 +3,7 @@
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
+#include "spaces/SpacesViewModel.h"
 #include "storage/AppNameRepository.h"
 
 namespace {
@@ -46,6 +47,18 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
 }
 
 GridPresenter::~GridPresenter() = default;
+
+void GridPresenter::setSpaces(SpacesViewModel *spaces)
+{
+    m_spaces.setModel(spaces);
+    connect(spaces, &SpacesViewModel::spaceDidSwitch, this, [this] {
+        m_drag.cancel();
+        m_folder.close();
+        m_search.clear();
+        m_pages.reloadAppearance();
+        m_pages.setCurrentPage(0);
+    });
+}
 
 void GridPresenter::hide()
 {

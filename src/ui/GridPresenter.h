@@ -8,6 +8,7 @@
 #include "ui/HiddenAppsPresenter.h"
 #include "ui/PagesPresenter.h"
 #include "ui/SearchPresenter.h"
+#include "ui/SpacesPresenter.h"
 
 #include <QObject>
 #include <QTimer>
@@ -18,6 +19,7 @@ class AppLauncher;
 class AppNameRepositoryImpl;
 class LaunchpadViewModel;
 class QScreen;
+class SpacesViewModel;
 
 // What the overlay's QML is given: one presenter per concern (the pages,
 // search, hidden apps, the open folder, opening things, and the pointer
@@ -33,6 +35,7 @@ class GridPresenter : public QObject {
     Q_PROPERTY(FolderPresenter *folder READ folder CONSTANT)
     Q_PROPERTY(ActivationPresenter *activation READ activation CONSTANT)
     Q_PROPERTY(DragController *drag READ drag CONSTANT)
+    Q_PROPERTY(SpacesPresenter *spaces READ spaces CONSTANT)
     Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
     Q_PROPERTY(int backdropRevision READ backdropRevision NOTIFY backdropChanged)
     // A short message for the user (a save that failed); empty when none.
@@ -48,6 +51,10 @@ public:
     FolderPresenter *folder() { return &m_folder; }
     ActivationPresenter *activation() { return &m_activation; }
     DragController *drag() { return &m_drag; }
+    SpacesPresenter *spaces() { return &m_spaces; }
+    // The Spaces the strip shows; a switch ends what was half done on the
+    // old grid (a drag, an open folder, a search).
+    void setSpaces(SpacesViewModel *spaces);
     bool hasBackdrop() const { return m_hasBackdrop; }
     int backdropRevision() const { return m_backdropRevision; }
     const CellFactory &cells() const { return m_cells; }
@@ -84,6 +91,7 @@ private:
     HiddenAppsPresenter m_hidden;
     FolderPresenter m_folder;
     DragController m_drag;
+    SpacesPresenter m_spaces;
     bool m_hasBackdrop = false;
     int m_backdropRevision = 0;
     QString m_notice;

@@ -73,6 +73,16 @@ FocusScope {
         Keys.forwardTo: [overlay]
     }
 
+    SpaceStrip {
+        id: spaceStrip
+        spaces: overlay.presenter.spaces
+        anchors.verticalCenter: searchField.verticalCenter
+        anchors.left: parent.left
+        anchors.leftMargin: overlay.gridMargin
+        onEditRequested: (id) => spaceEditor.edit(id)
+        onCreateRequested: spaceEditor.create()
+    }
+
     PagesView {
         id: pagesView
         visible: !overlay.searching
@@ -158,6 +168,7 @@ FocusScope {
     Menu {
         id: backgroundMenu
         MenuItem { text: qsTr("Show hidden apps…"); onTriggered: hiddenDialog.open() }
+        MenuItem { text: qsTr("New Space…"); onTriggered: spaceEditor.create() }
         onClosed: overlay.restoreFocus()
     }
     RenameDialog {
@@ -168,6 +179,11 @@ FocusScope {
     HiddenAppsDialog {
         id: hiddenDialog
         hiddenApps: overlay.presenter.hiddenApps
+        onClosed: overlay.restoreFocus()
+    }
+    SpaceEditor {
+        id: spaceEditor
+        spaces: overlay.presenter.spaces
         onClosed: overlay.restoreFocus()
     }
 
@@ -240,6 +256,7 @@ FocusScope {
             backgroundMenu.close()
             renameDialog.close()
             hiddenDialog.close()
+            spaceEditor.close()
             overlay.forceActiveFocus()
         }
     }
