@@ -16,7 +16,7 @@ packages=(
   qml6-module-qttest qml6-module-qtqml
   libsqlite3-dev libarchive-dev libplist-dev libglib2.0-dev
   libxcb1-dev libxcb-keysyms1-dev libxcb-xinput-dev libx11-xcb-dev libevdev-dev
-  libqt6svg6 qt6-image-formats-plugins fonts-dejavu-core
+  libqt6svg6 qt6-image-formats-plugins fonts-dejavu-core fonts-noto-color-emoji
   xvfb xauth xdotool imagemagick x11-utils openbox libgl1-mesa-dri hicolor-icon-theme adwaita-icon-theme
 )
 
