@@ -1,6 +1,7 @@
 // Wall time of `tillmora layout --json` run headless against a profile of
 // 1,000 applications, beside `tillmora --version` (process start alone) and
-// `tillmora defaults read` (start + settings, no layout).
+// `tillmora defaults read` (start + settings, no layout), and a headless
+// `tillmora space switch` between two Spaces of those apps.
 // Usage: build/bench/cli_bench [runs]
 #include <QCoreApplication>
 #include <QDir>
@@ -49,13 +50,37 @@ int main(int argc, char **argv)
         }
         return median(samples);
     };
-    time({"apps"}); // first run: migrations and the first layout are stored
+    // First runs: reading commands store nothing, so one change stores the
+    // migrations and the first layout.
+    QProcess apps;
+    apps.setProcessEnvironment(pe);
+    apps.start(QStringLiteral(TILLMORA_BINARY), {"apps"});
+    apps.waitForFinished(60000);
+    time({"move", QStringLiteral("A:") + QString::fromUtf8(apps.readAllStandardOutput()).section(u'\t', 0, 0), "0"});
     const double version = time({"--version"});
     const double defaults = time({"defaults", "read", "LaunchpadApp_Slots_v1"});
     const double layout = time({"layout", "--json"});
+    // Two Spaces of the same 1,000 apps, switched back and forth headless.
+    QProcess create;
+    create.setProcessEnvironment(pe);
+    create.start(QStringLiteral(TILLMORA_BINARY), {"space", "create", "Work"});
+    create.waitForFinished(60000);
+    const QString work = QString::fromUtf8(create.readAllStandardOutput()).trimmed();
+    std::vector<double> switches;
+    for (int i = 0; i < runs; ++i) {
+        QProcess p;
+        p.setProcessEnvironment(pe);
+        QElapsedTimer t;
+        t.start();
+        p.start(QStringLiteral(TILLMORA_BINARY), {"space", "switch", i % 2 ? QStringLiteral("standard") : work});
+        p.waitForFinished(60000);
+        switches.push_back(t.nsecsElapsed() / 1e6);
+    }
     std::printf("cli benchmark, 1000 desktop entries, median of %d runs\n", runs);
     std::printf("tillmora --version           %7.1f ms (process start)\n", version);
     std::printf("tillmora defaults read KEY   %7.1f ms (start + settings)\n", defaults);
     std::printf("tillmora layout --json       %7.1f ms (start + migrations + load + scan + reconcile)\n", layout);
+    std::printf("tillmora space switch ID     %7.1f ms (start + capture, apply and save of two profiles)\n",
+                median(switches));
     return 0;
 }

@@ -86,10 +86,10 @@ struct Launcher {
     QProcess process;
     QByteArray log;
 
-    // Waits for the next "first frame after X ms" line; returns X, or -1.
-    double nextFrame(int timeoutMs = 20000)
+    // Waits for the next "<what>: first frame after X ms" line; returns X, or -1.
+    double nextFrame(int timeoutMs = 20000, const QString &what = QStringLiteral("Overlay shown"))
     {
-        static const QRegularExpression line(QStringLiteral("Overlay shown: first frame after ([0-9.]+) ms"));
+        const QRegularExpression line(what + QStringLiteral(": first frame after ([0-9.]+) ms"));
         QElapsedTimer t;
         t.start();
         while (t.elapsed() < timeoutMs) {
@@ -104,6 +104,16 @@ struct Launcher {
         return -1;
     }
 };
+
+// The first app of the grid, to move one so the two Spaces differ.
+QString firstApp(const QProcessEnvironment &pe)
+{
+    QProcess p;
+    p.setProcessEnvironment(pe);
+    p.start(QStringLiteral(TILLMORA_BINARY), {"apps"});
+    p.waitForFinished(20000);
+    return QString::fromUtf8(p.readAllStandardOutput()).section(u'\t', 0, 0);
+}
 
 qint64 peakKiB(qint64 pid)
 {
@@ -160,7 +170,7 @@ int main(int argc, char **argv)
     }
 
     // (a), (b), (c), (d): the launcher, a fresh profile each cold start.
-    std::vector<double> cold, show, hotkey;
+    std::vector<double> cold, show, hotkey, spaceSwitch;
     qint64 peak = 0;
     for (int i = 0; i < runs; ++i) {
         QTemporaryDir profile;
@@ -203,6 +213,25 @@ int main(int argc, char **argv)
                     hotkey.push_back(press.nsecsElapsed() / 1e6);
             }
         }
+        if (i < 3) { // (e) two Spaces of 500 apps, differently arranged
+            QProcess p;
+            p.setProcessEnvironment(lpe);
+            const auto run = [&](const QStringList &args) {
+                p.start(QStringLiteral(TILLMORA_BINARY), args);
+                p.waitForFinished(20000);
+                return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+            };
+            const QString work = run({"space", "create", "Work"});
+            const QString home = run({"space", "create", "Home", "--default-layout"});
+            run({"space", "switch", home});
+            run({"move", QStringLiteral("A:") + firstApp(lpe), "39"});
+            for (int k = 0; k < 6; ++k) {
+                run({"space", "switch", k % 2 ? home : work});
+                const double frame = launcher.nextFrame(5000, QStringLiteral("Space switched"));
+                if (frame >= 0)
+                    spaceSwitch.push_back(frame);
+            }
+        }
         peak = std::max(peak, peakKiB(launcher.process.processId()));
         std::fprintf(stderr, "run %d: cold %.1f ms, show %.1f ms\n", i + 1, cold.back(), show.back());
         launcher.process.terminate();
@@ -216,6 +245,8 @@ int main(int argc, char **argv)
                 median(show), median(floorShow), median(show) / median(floorShow), median(show) - median(floorShow));
     std::printf("(c) Super+4 press to first frame (median of %zu, includes xdotool's own run): %.1f ms\n", hotkey.size(),
                 median(hotkey));
+    std::printf("(e) Space switch (500 apps each) to first frame: %8.1f ms   hidden -> shown %8.1f ms   ratio %.2f\n",
+                median(spaceSwitch), median(show), median(spaceSwitch) / median(show));
     std::printf("(d) peak memory of the launcher with 500 apps and icons: %.1f MB\n", peak / 1024.0);
     return 0;
 }

@@ -210,6 +210,8 @@ void SpacesViewModel::switchTo(std::optional<QUuid> target, bool byUser)
     const std::optional<QUuid> current = activeSpaceId();
     if (target && !space(*target))
         return;
+    if (target != current)
+        Q_EMIT switchStarted();
     if (byUser) {
         m_provider->mainStore()->removeObject(QLatin1String(SpacesAutoSwitchService::kSuppressKey));
         if (m_autoSwitch && current && target != current)

@@ -80,6 +80,8 @@ Q_SIGNALS:
     void spacesChanged();
     void activeSpaceChanged();
     void isTransitioningChanged();
+    // A switch to another profile begins (for timing it to the screen).
+    void switchStarted();
     // After a switch, once the provider points at the new profile.
     void spaceDidSwitch();
 

@@ -2,6 +2,7 @@
 
 #include "app/LaunchpadWindowController.h"
 #include "foundation/Logging.h"
+#include "spaces/SpacesViewModel.h"
 #include "ui/BackdropProvider.h"
 #include "ui/GridPresenter.h"
 #include "ui/IconImageProvider.h"
@@ -50,7 +51,15 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
                                                    .arg(error));
             });
     connect(&presenter, &GridPresenter::hideRequested, &controller, &LaunchpadWindowController::hideOverlay);
+    connect(&controller.spaces(), &SpacesViewModel::switchStarted, this, [this] {
+        m_switchTimer.start();
+        m_waitingForSwitchFrame = true;
+    });
     connect(m_view.get(), &QQuickWindow::frameSwapped, this, [this] {
+        if (m_waitingForSwitchFrame && m_view->isVisible()) {
+            m_waitingForSwitchFrame = false;
+            qCInfo(lcApp, "Space switched: first frame after %.1f ms", m_switchTimer.nsecsElapsed() / 1e6);
+        }
         if (m_waitingForFrame) {
             m_waitingForFrame = false;
             qCInfo(lcApp, "Overlay shown: first frame after %.1f ms", m_showTimer.nsecsElapsed() / 1e6);

@@ -40,4 +40,7 @@ private:
     std::unique_ptr<QQuickView> m_view;
     bool m_waitingForFrame = false;
     QElapsedTimer m_showTimer;
+    // From a Space switch's start to the first frame of the new grid.
+    bool m_waitingForSwitchFrame = false;
+    QElapsedTimer m_switchTimer;
 };
