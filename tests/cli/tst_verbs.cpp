@@ -40,10 +40,10 @@ private Q_SLOTS:
     void everyRowIsConsistent()
     {
         for (const Verbs::Verb &verb : Verbs::all()) {
-            const int ways = (verb.layout ? 1 : 0) + (verb.local ? 1 : 0)
+            const int ways = (verb.layout ? 1 : 0) + (verb.local ? 1 : 0) + (verb.spaces ? 1 : 0)
                              + (verb.overlay != Verbs::OverlayAction::None ? 1 : 0);
             QVERIFY2(ways <= 1, verb.name);
-            QVERIFY2(!verb.changesLayout || (verb.forwarded && verb.layout), verb.name);
+            QVERIFY2(!verb.changesLayout || (verb.forwarded && (verb.layout || verb.spaces)), verb.name);
             QVERIFY2(!verb.forwarded || !verb.local, verb.name);
             QVERIFY2(Verbs::helpText().contains(QLatin1String(verb.name)), verb.name);
         }

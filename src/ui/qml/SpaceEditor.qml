@@ -53,8 +53,9 @@ Popup {
         }
     }
 
-    contentItem: Flickable {
-        implicitHeight: body.implicitHeight
+    contentHeight: body.implicitHeight
+    Flickable {
+        anchors.fill: parent
         contentHeight: body.implicitHeight
         clip: true
         ColumnLayout {
