@@ -9,6 +9,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <functional>
 #include <cstdio>
 #include <vector>
 
@@ -35,9 +36,11 @@ int main(int argc, char **argv)
     pe.insert("TILLMORA_APP_DIRS", home.filePath("no-bundles"));
     pe.remove("DISPLAY");
 
-    const auto time = [&](const QStringList &args) {
+    // The median wall time of runs of the command argsFor(run) gives.
+    const auto timeEach = [&](const std::function<QStringList(int)> &argsFor) {
         std::vector<double> samples;
         for (int i = 0; i < runs; ++i) {
+            const QStringList args = argsFor(i);
             QProcess p;
             p.setProcessEnvironment(pe);
             QElapsedTimer t;
@@ -50,6 +53,7 @@ int main(int argc, char **argv)
         }
         return median(samples);
     };
+    const auto time = [&](const QStringList &args) { return timeEach([&](int) { return args; }); };
     // First runs: reading commands store nothing, so one change stores the
     // migrations and the first layout.
     QProcess apps;
@@ -66,21 +70,14 @@ int main(int argc, char **argv)
     create.start(QStringLiteral(TILLMORA_BINARY), {"space", "create", "Work"});
     create.waitForFinished(60000);
     const QString work = QString::fromUtf8(create.readAllStandardOutput()).trimmed();
-    std::vector<double> switches;
-    for (int i = 0; i < runs; ++i) {
-        QProcess p;
-        p.setProcessEnvironment(pe);
-        QElapsedTimer t;
-        t.start();
-        p.start(QStringLiteral(TILLMORA_BINARY), {"space", "switch", i % 2 ? QStringLiteral("standard") : work});
-        p.waitForFinished(60000);
-        switches.push_back(t.nsecsElapsed() / 1e6);
-    }
+    const double switches = timeEach([&](int i) {
+        return QStringList{"space", "switch", i % 2 ? QStringLiteral("standard") : work};
+    });
     std::printf("cli benchmark, 1000 desktop entries, median of %d runs\n", runs);
     std::printf("tillmora --version           %7.1f ms (process start)\n", version);
     std::printf("tillmora defaults read KEY   %7.1f ms (start + settings)\n", defaults);
     std::printf("tillmora layout --json       %7.1f ms (start + migrations + load + scan + reconcile)\n", layout);
     std::printf("tillmora space switch ID     %7.1f ms (start + capture, apply and save of two profiles)\n",
-                median(switches));
+                switches);
     return 0;
 }

@@ -199,66 +199,69 @@ void SpacesSnapshotService::adoptFiles(QJsonObject &snapshot, const QString &ass
                         QString::fromLatin1(QJsonDocument(icons).toJson(QJsonDocument::Compact).toBase64()));
 }
 
+namespace {
+
+// The standard profile's settings a Space may not leave as it found them,
+// by their name in the backup.
+struct Backed {
+    const char *name;
+    const char *key;
+};
+const Backed kBackedBackground[] = {
+    {"sunEnabled", SettingsKeys::kSunBackgroundEnabled},
+    {"sunAutoEnabled", SettingsKeys::kSunBackgroundAutoEnabled},
+    {"sunManualTime", SettingsKeys::kSunBackgroundManualTime},
+    {"weatherEnabled", SettingsKeys::kWeatherBackgroundEnabled},
+    {"weatherAutoEnabled", SettingsKeys::kWeatherBackgroundAutoEnabled},
+    {"weatherManualType", SettingsKeys::kWeatherBackgroundManualType},
+    {"weatherManualTimeEnabled", "weatherBackgroundManualTimeEnabled"},
+    {"weatherManualTime", SettingsKeys::kWeatherBackgroundManualTime},
+    {"weatherCity", SettingsKeys::kWeatherBackgroundCity}};
+const Backed kBackedGlass[] = {
+    {"materialStyle", SettingsKeys::kLiquidGlassMaterialStyle},
+    {"tintStandard", SettingsKeys::kLiquidGlassTintStandard},
+    {"tintHue", SettingsKeys::kLiquidGlassTintHue},
+    {"tintIntensity", SettingsKeys::kLiquidGlassTintIntensity},
+    {"categoriesPageTintedGlass", "categoriesPageTintedGlass"}};
+
+}
+
 void SpacesSnapshotService::backUpStandard()
 {
-    namespace K = SettingsKeys;
-    const auto read = [&](const char *key) { return m_store->persistedObject(QLatin1String(key)); };
-    QVariantMap background{
-        {"sunEnabled", m_store->boolValue(QLatin1String(K::kSunBackgroundEnabled))},
-        {"sunAutoEnabled", m_store->boolValue(QLatin1String(K::kSunBackgroundAutoEnabled))},
-        {"weatherEnabled", m_store->boolValue(QLatin1String(K::kWeatherBackgroundEnabled))},
-        {"weatherAutoEnabled", m_store->boolValue(QLatin1String(K::kWeatherBackgroundAutoEnabled))},
-        {"weatherManualTimeEnabled", m_store->boolValue(QStringLiteral("weatherBackgroundManualTimeEnabled"))},
-        {"weatherManualType", m_store->string(QLatin1String(K::kWeatherBackgroundManualType)).value_or(QStringLiteral("clear"))},
-        {"weatherCity", m_store->string(QLatin1String(K::kWeatherBackgroundCity)).value_or(QStringLiteral("London"))},
-    };
-    if (const QVariant t = read(K::kSunBackgroundManualTime); t.isValid())
-        background.insert(QStringLiteral("sunManualTime"), t);
-    if (const QVariant t = read(K::kWeatherBackgroundManualTime); t.isValid())
-        background.insert(QStringLiteral("weatherManualTime"), t);
+    // The background backup is complete: flags read as off, the weather as
+    // a clear sky over London, unless set.
+    QVariantMap background;
+    for (const auto &[name, key] : kBackedBackground) {
+        const QVariant value = m_store->persistedObject(QLatin1String(key));
+        if (value.isValid())
+            background.insert(QLatin1String(name), value);
+        else if (QByteArray(name).endsWith("Enabled"))
+            background.insert(QLatin1String(name), false);
+    }
+    if (!background.contains(QStringLiteral("weatherManualType")))
+        background.insert(QStringLiteral("weatherManualType"), QStringLiteral("clear"));
+    if (!background.contains(QStringLiteral("weatherCity")))
+        background.insert(QStringLiteral("weatherCity"), QStringLiteral("London"));
     m_store->set(background, QLatin1String(kStandardBackgroundBackupKey));
 
     // Absent glass values stay absent in the backup, so restoring removes them.
     QVariantMap glass;
-    const std::pair<const char *, const char *> glassKeys[] = {
-        {"materialStyle", K::kLiquidGlassMaterialStyle},
-        {"tintStandard", K::kLiquidGlassTintStandard},
-        {"tintHue", K::kLiquidGlassTintHue},
-        {"tintIntensity", K::kLiquidGlassTintIntensity},
-        {"categoriesPageTintedGlass", "categoriesPageTintedGlass"}};
-    for (const auto &[name, key] : glassKeys)
-        if (const QVariant v = read(key); v.isValid())
+    for (const auto &[name, key] : kBackedGlass)
+        if (const QVariant v = m_store->persistedObject(QLatin1String(key)); v.isValid())
             glass.insert(QLatin1String(name), v);
     m_store->set(glass, QLatin1String(kStandardGlassBackupKey));
 }
 
 void SpacesSnapshotService::restoreStandard()
 {
-    namespace K = SettingsKeys;
     if (const auto background = m_store->dictionary(QLatin1String(kStandardBackgroundBackupKey))) {
-        const std::pair<const char *, const char *> keys[] = {
-            {"sunEnabled", K::kSunBackgroundEnabled},
-            {"sunAutoEnabled", K::kSunBackgroundAutoEnabled},
-            {"sunManualTime", K::kSunBackgroundManualTime},
-            {"weatherEnabled", K::kWeatherBackgroundEnabled},
-            {"weatherAutoEnabled", K::kWeatherBackgroundAutoEnabled},
-            {"weatherManualType", K::kWeatherBackgroundManualType},
-            {"weatherManualTimeEnabled", "weatherBackgroundManualTimeEnabled"},
-            {"weatherManualTime", K::kWeatherBackgroundManualTime},
-            {"weatherCity", K::kWeatherBackgroundCity}};
-        for (const auto &[name, key] : keys)
+        for (const auto &[name, key] : kBackedBackground)
             if (background->contains(QLatin1String(name)))
                 m_store->set(background->value(QLatin1String(name)), QLatin1String(key));
         m_store->removeObject(QLatin1String(kStandardBackgroundBackupKey));
     }
     if (const auto glass = m_store->dictionary(QLatin1String(kStandardGlassBackupKey))) {
-        const std::pair<const char *, const char *> keys[] = {
-            {"materialStyle", K::kLiquidGlassMaterialStyle},
-            {"tintStandard", K::kLiquidGlassTintStandard},
-            {"tintHue", K::kLiquidGlassTintHue},
-            {"tintIntensity", K::kLiquidGlassTintIntensity},
-            {"categoriesPageTintedGlass", "categoriesPageTintedGlass"}};
-        for (const auto &[name, key] : keys) {
+        for (const auto &[name, key] : kBackedGlass) {
             if (glass->contains(QLatin1String(name)))
                 m_store->set(glass->value(QLatin1String(name)), QLatin1String(key));
             else

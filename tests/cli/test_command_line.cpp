@@ -77,6 +77,14 @@ class CommandLineTest : public QObject {
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
+    // In the background, as at login; the caller waits for its socket.
+    void startLauncher(QProcess &launcher)
+    {
+        launcher.setProcessEnvironment(processEnvironment());
+        launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
+        QVERIFY(launcher.waitForStarted());
+    }
+
     QJsonObject layoutJson() { return QJsonDocument::fromJson(tillmora({"layout", "--json"}).out.toUtf8()).object(); }
 
 private Q_SLOTS:
@@ -370,9 +378,7 @@ private Q_SLOTS:
     void aRunningLauncherCarriesCommandsOut()
     {
         QProcess launcher;
-        launcher.setProcessEnvironment(processEnvironment());
-        launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
-        QVERIFY(launcher.waitForStarted());
+        startLauncher(launcher);
         const auto stop = qScopeGuard([&] {
             launcher.terminate();
             launcher.waitForFinished(10000);
@@ -488,11 +494,9 @@ private Q_SLOTS:
     {
         const QString work = tillmora({"space", "create", "Work"}).out.trimmed();
         QProcess launcher;
-        launcher.setProcessEnvironment(processEnvironment());
-        launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
-        QVERIFY(launcher.waitForStarted());
+        startLauncher(launcher);
         const auto stop = qScopeGuard([&] {
-            launcher.kill();
+            launcher.terminate();
             launcher.waitForFinished(10000);
         });
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(env->runtimeDir() + QStringLiteral("/tillmora/instance.sock")), 20000);
