@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -77,12 +78,17 @@ class CommandLineTest : public QObject {
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
 
-    // In the background, as at login; the caller waits for its socket.
-    void startLauncher(QProcess &launcher)
+    // In the background, as at login; true once it listens for commands.
+    bool startLauncher(QProcess &launcher)
     {
         launcher.setProcessEnvironment(processEnvironment());
         launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
-        QVERIFY(launcher.waitForStarted());
+        const QString socket = env->runtimeDir() + QStringLiteral("/tillmora/instance.sock");
+        QElapsedTimer waited;
+        waited.start();
+        while (launcher.state() != QProcess::NotRunning && !QFile::exists(socket) && waited.elapsed() < 20000)
+            QTest::qWait(50);
+        return QFile::exists(socket);
     }
 
     QJsonObject layoutJson() { return QJsonDocument::fromJson(tillmora({"layout", "--json"}).out.toUtf8()).object(); }
@@ -378,12 +384,11 @@ private Q_SLOTS:
     void aRunningLauncherCarriesCommandsOut()
     {
         QProcess launcher;
-        startLauncher(launcher);
         const auto stop = qScopeGuard([&] {
             launcher.terminate();
             launcher.waitForFinished(10000);
         });
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(env->runtimeDir() + QStringLiteral("/tillmora/instance.sock")), 20000);
+        QVERIFY(startLauncher(launcher));
 
         QCOMPARE(tillmora({"move", app("Echo"), "0"}).exitCode, 0);
         QCOMPARE(layoutJson()["slots"].toArray().at(0).toString(), key("Echo"));
@@ -494,12 +499,11 @@ private Q_SLOTS:
     {
         const QString work = tillmora({"space", "create", "Work"}).out.trimmed();
         QProcess launcher;
-        startLauncher(launcher);
         const auto stop = qScopeGuard([&] {
             launcher.terminate();
             launcher.waitForFinished(10000);
         });
-        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(env->runtimeDir() + QStringLiteral("/tillmora/instance.sock")), 20000);
+        QVERIFY(startLauncher(launcher));
 
         QCOMPARE(tillmora({"space", "switch", work}).exitCode, 0);
         QCOMPARE(tillmora({"move", app("Delta"), "12"}).exitCode, 0);
