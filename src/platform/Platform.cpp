@@ -2,7 +2,7 @@
 
 #include "foundation/Logging.h"
 #include "input/ApplicationActivity.h"
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/EvdevTouchpadSource.h"
