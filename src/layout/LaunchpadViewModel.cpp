@@ -860,3 +860,50 @@ void LaunchpadViewModel::noteLaunched(const QString &path)
     if (m_services.recentAppsService)
         m_services.recentAppsService->noteLaunched(path);
 }
+
+// ---------------------------------------------------------------- workflows
+
+std::optional<WorkflowItem> LaunchpadViewModel::workflow(const QUuid &id) const
+{
+    const qsizetype i = indexById(m_workflows, id);
+    return i < 0 ? std::nullopt : std::optional<WorkflowItem>(m_workflows.at(i));
+}
+
+LayoutResult<qsizetype> LaunchpadViewModel::addWorkflow(const WorkflowItem &workflow)
+{
+    if (workflow.id.isNull() || indexById(m_workflows, workflow.id) >= 0)
+        return LayoutRefusal::AlreadyOnGrid;
+    m_workflows.append(workflow);
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    Q_EMIT workflowsChanged();
+    return insertKey(workflow.key());
+}
+
+LayoutResult<void> LaunchpadViewModel::updateWorkflow(const WorkflowItem &workflow)
+{
+    const qsizetype i = indexById(m_workflows, workflow.id);
+    if (i < 0)
+        return LayoutRefusal::UnknownWorkflow;
+    m_workflows[i] = workflow;
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    Q_EMIT workflowsChanged();
+    return {};
+}
+
+LayoutResult<void> LaunchpadViewModel::deleteWorkflow(const QUuid &id)
+{
+    const qsizetype i = indexById(m_workflows, id);
+    if (i < 0)
+        return LayoutRefusal::UnknownWorkflow;
+    m_workflows.removeAt(i);
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    SlotEdit edit(m_slots);
+    LayoutSanitizer::clearOrphanWorkflowKeys(edit, m_workflows);
+    const bool inFolders = LayoutSanitizer::clearOrphanWorkflowKeysInFolders(m_folders, m_workflows) > 0;
+    commit(edit, (edit.writes() > 0 ? SlotsPart : 0) | (inFolders ? FoldersPart : 0));
+    Q_EMIT workflowsChanged();
+    return {};
+}

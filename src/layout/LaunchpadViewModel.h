@@ -167,6 +167,16 @@ public:
     LayoutResult<void> removeWidget(const QUuid &id);
     qsizetype findWidgetTopLeftIndex(const QUuid &id) const;
 
+    // --- Workflows -------------------------------------------------------
+    std::optional<WorkflowItem> workflow(const QUuid &id) const;
+    // Stores a new workflow and puts its key in the first empty cell, else at
+    // the end. Returns the cell; an id already stored is AlreadyOnGrid.
+    LayoutResult<qsizetype> addWorkflow(const WorkflowItem &workflow);
+    // Replaces the stored record of the same id; its cells stay where they are.
+    LayoutResult<void> updateWorkflow(const WorkflowItem &workflow);
+    // Removes the workflow and its keys from the grid and from every folder.
+    LayoutResult<void> deleteWorkflow(const QUuid &id);
+
 Q_SIGNALS:
     void appsChanged();
     void foldersChanged();
