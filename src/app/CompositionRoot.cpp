@@ -3,6 +3,10 @@
 #include "catalogue/AppIconLookup.h"
 #include "catalogue/AppSourceFoldersStore.h"
 #include "catalogue/AppsRepositoryImpl.h"
+#include "catalogue/SystemFolderPanelAssetCache.h"
+#include "catalogue/SystemFoldersService.h"
+#include "foundation/Clock.h"
+#include "organise/WorkflowLaunchService.h"
 #include "organise/WorkflowsRepository.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
@@ -50,7 +54,20 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
     root.appsCustomizationRepository =
         std::make_shared<AppsCustomizationRepositoryImpl>(root.userDefaultsStore, root.fileSystemStore);
     root.workflowsRepo = std::make_shared<WorkflowsRepositoryImpl>(root.layoutStore);
+
+    root.clock = std::make_shared<QtClock>();
+    // Bookmarks of placed folders live in the standard store whatever the Space.
+    root.systemFoldersService =
+        std::make_shared<SystemFoldersServiceImpl>(root.userDefaultsStore, root.appLauncher, root.clock);
+    root.systemFolderAssets = std::make_shared<SystemFolderPanelAssetCache>(catalogue.folderAssets);
+    root.workflowLaunchService = std::make_shared<WorkflowLaunchService>(
+        root.appLauncher, root.systemFoldersService, root.userDefaultsStore, root.clock);
     return root;
+}
+
+QString CompositionRoot::workflowIconsDirectory() const
+{
+    return fileSystemStore->pathFor(QStringLiteral("WorkflowIcons"));
 }
 
 LayoutServices CompositionRoot::layoutServices() const

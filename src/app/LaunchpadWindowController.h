@@ -36,6 +36,8 @@ public:
     GesturesManager &gesturesManager() { return *m_gesturesManager; }
     // The layout model, created after the migrations and loaded at once.
     LaunchpadViewModel *layout() const { return m_layout; }
+    // Creating, editing and deleting workflows, over the layout model.
+    WorkflowsViewModel *workflows() const { return m_workflows; }
     bool overlayVisible() const { return m_overlayVisible; }
 
 public Q_SLOTS:
@@ -69,6 +71,7 @@ private:
     CompositionRoot m_composition;
     std::unique_ptr<GesturesManager> m_gesturesManager;
     LaunchpadViewModel *m_layout = nullptr;
+    WorkflowsViewModel *m_workflows = nullptr;
     QList<AppItem> m_cachedApps;
     bool m_overlayVisible = false;
 };

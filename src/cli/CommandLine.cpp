@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include "app/InstanceChannel.h"
+#include "cli/CommandContext.h"
 #include "cli/CommandResult.h"
 #include "cli/HeadlessSession.h"
 #include "storage/UserDefaultsStore.h"
@@ -107,7 +108,9 @@ CommandResult layoutCommand(const Verbs::Verb &verb, const QStringList &args, co
     if (!verb.changesLayout)
         UserDefaultsStore::setProcessReadOnly(true);
     HeadlessSession session(StorageLocations::fromEnvironment(), catalogue);
-    const CommandResult result = LayoutCommands::run(args, session.loadedModel());
+    session.loadedModel();
+    CommandContext context = session.context();
+    const CommandResult result = LayoutCommands::run(args, context);
     const bool saved = session.flush();
     return CommandResult::saved(result, saved, session.saveError());
 }
@@ -139,7 +142,7 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
         return finish(verb->local(args.mid(1)));
     if (verb && verb->overlay != Verbs::OverlayAction::None)
         return finish(overlayCommand(*verb, args));
-    if (verb && verb->layout)
+    if (verb && (verb->layout || verb->withContext))
         return finish(layoutCommand(*verb, args, catalogue));
     const QString command = args.value(0);
     // A known verb with arguments it does not take says what it takes.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "cli/CommandContext.h"
 
 #include <memory>
 
@@ -16,6 +17,8 @@ public:
 
     // Blocks (running the event loop) until loading and reconciliation end.
     LaunchpadViewModel &loadedModel();
+    // What commands run on; call after loadedModel().
+    CommandContext context();
     // Writes everything to disk before the process exits. False when that
     // failed; saveError() says why.
     bool flush();
@@ -24,4 +27,5 @@ public:
 private:
     CompositionRoot m_composition;
     std::unique_ptr<LaunchpadViewModel> m_model;
+    std::unique_ptr<WorkflowsViewModel> m_workflows;
 };

@@ -1,6 +1,7 @@
 #include "cli/InstanceCommands.h"
 
 #include "app/LaunchpadWindowController.h"
+#include "cli/CommandContext.h"
 #include "cli/CommandResult.h"
 #include "cli/LayoutCommands.h"
 #include "cli/Verbs.h"
@@ -23,7 +24,8 @@ QJsonObject toJson(const CommandResult &result)
 // the overlay goes on meanwhile, however long the disk or a lock takes.
 void runAndSave(const Invocation &invocation, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
-    const CommandResult result = LayoutCommands::run(invocation.args, *controller.layout());
+    CommandContext context{*controller.layout(), *controller.workflows(), controller.composition()};
+    const CommandResult result = LayoutCommands::run(invocation.args, context);
     // A reading command's answer never waits for, or fails with, the
     // overlay's own pending saves.
     if (!invocation.changesLayout) {

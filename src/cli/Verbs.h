@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class LaunchpadViewModel;
+struct CommandContext;
 
 // Every word the `tillmora` command line understands, in one table: the
 // parser looks verbs up here, the forwarding to a running launcher asks the
@@ -13,7 +14,7 @@ class LaunchpadViewModel;
 namespace Verbs {
 
 // The --help sections, in the order they are printed.
-enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Settings };
+enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Workflows, Settings };
 
 // What an overlay verb asks of the running launcher's window.
 enum class OverlayAction { None, Toggle, Show, Hide };
@@ -23,6 +24,9 @@ enum class OverlayAction { None, Toggle, Show, Hide };
 using LayoutHandler = CommandResult (*)(const QStringList &args, LaunchpadViewModel &model);
 // Runs in this process, never forwarded; args follow the verb.
 using LocalHandler = CommandResult (*)(const QStringList &args);
+// Like a layout handler, for commands that also need the workflow model or
+// the services (launching, opening folders).
+using ContextHandler = CommandResult (*)(const QStringList &args, CommandContext &context);
 
 struct Verb {
     const char *name;
@@ -36,6 +40,7 @@ struct Verb {
     OverlayAction overlay;
     LayoutHandler layout;
     LocalHandler local;
+    ContextHandler withContext = nullptr;
 };
 
 const QList<Verb> &all();

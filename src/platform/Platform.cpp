@@ -7,6 +7,7 @@
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/EvdevTouchpadSource.h"
 #include "platform/linux/GioAppLauncher.h"
+#include "platform/linux/GioFolderAssets.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "platform/linux/LogindSleepWatcher.h"
 #include "platform/linux/X11PointerSource.h"
@@ -75,7 +76,8 @@ void Platform::logSession() const
 
 CataloguePlatform Platform::catalogue() const
 {
-    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()};
+    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>(),
+            std::make_shared<GioFolderAssets>()};
 }
 
 InputPlatform Platform::input() const
