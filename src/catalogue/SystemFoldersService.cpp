@@ -8,7 +8,6 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QRunnable>
-#include <QThread>
 #include <QThreadPool>
 #include <QUrl>
 
@@ -57,18 +56,18 @@ void SystemFoldersServiceImpl::categories(CategoriesReady ready)
     }
     m_categoriesInFlight = QList<CategoriesReady>{std::move(ready)};
     QPointer<SystemFoldersServiceImpl> self(this);
+    // Behind any other queued work of the pool: nobody is waiting on suggestions.
     QThreadPool::globalInstance()->start(
         [self] {
-            QThread::currentThread()->setPriority(QThread::LowPriority);
             const auto found = scanCategories();
-            QThread::currentThread()->setPriority(QThread::InheritPriority);
             // The pool may outlive the service; the queued call is dropped then.
             if (self)
                 QMetaObject::invokeMethod(self.data(), [self, found] {
                     if (self)
                         self->scanFinished(found);
                 }, Qt::QueuedConnection);
-        });
+        },
+        -1);
 }
 
 void SystemFoldersServiceImpl::scanFinished(const QList<SystemFolderCategory> &categories)

@@ -15,10 +15,19 @@ std::optional<FolderAssetSource::Assets> GioFolderAssets::assetsOf(const QString
     Assets assets;
     assets.displayName = QString::fromUtf8(g_file_info_get_display_name(info));
     if (GIcon *icon = g_file_info_get_icon(info); icon && G_IS_THEMED_ICON(icon)) {
-        // The most specific name first (folder-documents before folder).
-        if (const char *const *names = g_themed_icon_get_names(G_THEMED_ICON(icon)); names && names[0])
-            assets.iconName = QString::fromUtf8(names[0]);
+        // GIO lists the most specific name first: folder-documents for the
+        // user's Documents, but the MIME type's inode-directory for any other
+        // folder, where the icon naming spec's own name is "folder".
+        if (const char *const *names = g_themed_icon_get_names(G_THEMED_ICON(icon))) {
+            for (; *names && assets.iconName.isEmpty(); ++names) {
+                const QString name = QString::fromUtf8(*names);
+                if (name.startsWith(QLatin1String("folder")) || name.startsWith(QLatin1String("user-")))
+                    assets.iconName = name;
+            }
+        }
     }
     g_object_unref(info);
+    if (assets.iconName.isEmpty())
+        assets.iconName = QStringLiteral("folder");
     return assets;
 }
