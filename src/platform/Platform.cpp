@@ -8,6 +8,7 @@
 #include "platform/linux/EvdevTouchpadSource.h"
 #include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/GioFolderAssets.h"
+#include "platform/linux/PortalFileChooser.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "platform/linux/LogindSleepWatcher.h"
 #include "platform/linux/X11PointerSource.h"
@@ -110,6 +111,11 @@ ApplicationPlatform &Platform::application(InstanceChannel &channel, const QStri
     if (!m_application)
         m_application = std::make_unique<LinuxApplicationPlatform>(channel, arguments);
     return *m_application;
+}
+
+std::shared_ptr<FileChooser> Platform::fileChooser() const
+{
+    return std::make_shared<PortalFileChooser>();
 }
 
 bool Platform::dockIconVisible() const

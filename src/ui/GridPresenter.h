@@ -8,6 +8,8 @@
 #include "ui/HiddenAppsPresenter.h"
 #include "ui/PagesPresenter.h"
 #include "ui/SearchPresenter.h"
+#include "ui/SystemFoldersPresenter.h"
+#include "ui/WorkflowsPresenter.h"
 
 #include <QObject>
 #include <QTimer>
@@ -16,7 +18,12 @@
 
 class AppLauncher;
 class AppNameRepositoryImpl;
+class FileChooser;
 class LaunchpadViewModel;
+class SystemFolderPanelAssetCache;
+class SystemFoldersService;
+class WorkflowLaunchService;
+class WorkflowsViewModel;
 class QScreen;
 
 // What the overlay's QML is given: one presenter per concern (the pages,
@@ -33,6 +40,8 @@ class GridPresenter : public QObject {
     Q_PROPERTY(FolderPresenter *folder READ folder CONSTANT)
     Q_PROPERTY(ActivationPresenter *activation READ activation CONSTANT)
     Q_PROPERTY(DragController *drag READ drag CONSTANT)
+    Q_PROPERTY(WorkflowsPresenter *workflows READ workflows CONSTANT)
+    Q_PROPERTY(SystemFoldersPresenter *systemFolders READ systemFolders CONSTANT)
     Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
     Q_PROPERTY(int backdropRevision READ backdropRevision NOTIFY backdropChanged)
     // A short message for the user (a save that failed); empty when none.
@@ -48,6 +57,17 @@ public:
     FolderPresenter *folder() { return &m_folder; }
     ActivationPresenter *activation() { return &m_activation; }
     DragController *drag() { return &m_drag; }
+    WorkflowsPresenter *workflows() { return &m_workflows; }
+    SystemFoldersPresenter *systemFolders() { return &m_systemFolders; }
+    // What workflows and system folders need; until attached they do nothing.
+    struct Services {
+        WorkflowsViewModel *workflows = nullptr;
+        std::shared_ptr<WorkflowLaunchService> workflowLauncher;
+        std::shared_ptr<SystemFoldersService> systemFolders;
+        std::shared_ptr<SystemFolderPanelAssetCache> folderAssets;
+        std::shared_ptr<FileChooser> chooser;
+    };
+    void attach(const Services &services);
     bool hasBackdrop() const { return m_hasBackdrop; }
     int backdropRevision() const { return m_backdropRevision; }
     const CellFactory &cells() const { return m_cells; }
@@ -84,6 +104,8 @@ private:
     HiddenAppsPresenter m_hidden;
     FolderPresenter m_folder;
     DragController m_drag;
+    WorkflowsPresenter m_workflows;
+    SystemFoldersPresenter m_systemFolders;
     bool m_hasBackdrop = false;
     int m_backdropRevision = 0;
     QString m_notice;

@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import Tillmora
 import QtQuick
 
-// An open folder over the grid: its editable name and its members on pages
-// of the folder's own grid shape. While a member is dragged out of it, the
+// An open folder over the grid: its editable name, its members on pages
+// of the folder's own grid shape, and the file-system folders it holds. While a member is dragged out of it, the
 // panel fades away but keeps the pointer until the drop.
 FocusScope {
     id: panel
@@ -12,6 +12,7 @@ FocusScope {
     required property DragController drag
     required property PagesPresenter pages
     required property ActivationPresenter activation
+    required property SystemFoldersPresenter systemFolders
     property int selectedIndex: -1
     // Typed text that should search the whole grid instead.
     signal typed(string text)
@@ -54,6 +55,7 @@ FocusScope {
                                               (panel.height * 0.7) / (panel.folder.rows + 1))
         width: cell * panel.folder.columns + 48
         height: cell * panel.folder.rows + title.height + 72 + (panel.folder.pageCount > 1 ? 24 : 0)
+                + (systemStrip.visible ? systemStrip.height + 16 : 0)
         anchors.centerIn: parent
         radius: 36
         color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
@@ -122,6 +124,9 @@ FocusScope {
                         required property int kind
                         required property string title
                         required property string iconPath
+                        required property string emoji
+                        required property string tint
+                        required property string image
                         x: (index % panel.folder.columns) * box.cell
                         y: Math.floor(index / panel.folder.columns) * box.cell
                         width: box.cell
@@ -130,6 +135,7 @@ FocusScope {
                         opacity: key === panel.drag.key ? 0.25 : 1
                         AppIcon {
                             anchors.fill: parent
+                            visible: member.kind !== CellKind.Workflow
                             iconPath: member.iconPath
                             title: member.title
                             dimmed: member.kind === CellKind.Unavailable
@@ -137,9 +143,32 @@ FocusScope {
                             showLabel: panel.pages.showLabels
                             selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index
                         }
+                        WorkflowIcon {
+                            anchors.fill: parent
+                            visible: member.kind === CellKind.Workflow
+                            emoji: member.emoji
+                            tint: member.tint
+                            image: member.image
+                            title: member.title
+                            iconSize: Math.min(panel.pages.iconSize, box.cell * 0.62)
+                            showLabel: panel.pages.showLabels
+                            selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index
+                        }
                     }
                 }
             }
+        }
+        SystemFolderStrip {
+            id: systemStrip
+            visible: panel.systemFolders.available
+            anchors.top: folderPages.bottom
+            anchors.topMargin: 16
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: folderPages.width
+            height: implicitHeight
+            tileSize: Math.min(110, box.cell * 0.8)
+            systemFolders: panel.systemFolders
+            onMenuClosed: panel.forceActiveFocus()
         }
         PageDots {
             visible: panel.folder.pageCount > 1

@@ -120,6 +120,7 @@ FocusScope {
         drag: overlay.drag
         pages: overlay.pages
         activation: overlay.presenter.activation
+        systemFolders: overlay.presenter.systemFolders
         onTyped: (text) => overlay.typeIntoSearch(text)
         onContextMenuRequested: (key, position) => overlay.openItemMenu(key, overlay.folder.folderId, position)
     }
@@ -158,11 +159,22 @@ FocusScope {
     Menu {
         id: backgroundMenu
         MenuItem { text: qsTr("Show hidden apps…"); onTriggered: hiddenDialog.open() }
+        MenuItem {
+            text: qsTr("New workflow…")
+            visible: overlay.presenter.workflows.available
+            height: visible ? implicitHeight : 0
+            onTriggered: overlay.presenter.workflows.create()
+        }
         onClosed: overlay.restoreFocus()
     }
     RenameDialog {
         id: renameDialog
         presenter: overlay.presenter
+        onClosed: overlay.restoreFocus()
+    }
+    WorkflowEditor {
+        id: workflowEditor
+        workflows: overlay.presenter.workflows
         onClosed: overlay.restoreFocus()
     }
     HiddenAppsDialog {
@@ -240,6 +252,7 @@ FocusScope {
             backgroundMenu.close()
             renameDialog.close()
             hiddenDialog.close()
+            overlay.presenter.workflows.cancel()
             overlay.forceActiveFocus()
         }
     }
