@@ -5,10 +5,11 @@
 #include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
 #include "platform/FileChooser.h"
+#include "ui/FallbackFileChooser.h"
 #include "ui/FolderPresenter.h"
 
 #include <QDir>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QPointer>
 
 SystemFoldersPresenter::SystemFoldersPresenter(LaunchpadViewModel &layout, FolderPresenter &folder, QObject *parent)
@@ -106,5 +107,5 @@ void SystemFoldersPresenter::chooseAndAdd()
     const QString title = tr("Choose a folder to put in “%1”").arg(m_folder.name());
     if (m_chooser && m_chooser->choose(FileChooser::Kind::Folder, title, chosen))
         return;
-    chosen(QFileDialog::getExistingDirectory(nullptr, title, QDir::homePath()));
+    FallbackFileChooser().choose(FileChooser::Kind::Folder, title, chosen);
 }

@@ -5,10 +5,11 @@
 #include "layout/WorkflowsViewModel.h"
 #include "platform/FileChooser.h"
 #include "ui/CellFactory.h"
+#include "ui/FallbackFileChooser.h"
 
 #include <QCollator>
 #include <QDir>
-#include <QFileDialog>
+#include <QFileInfo>
 #include <QImageReader>
 
 WorkflowsPresenter::WorkflowsPresenter(LaunchpadViewModel &layout, const CellFactory &cells, QObject *parent)
@@ -185,9 +186,5 @@ void WorkflowsPresenter::choose(int kindValue, const QString &title)
     };
     if (m_chooser && m_chooser->choose(kind, title, chosen))
         return;
-    // No portal: Qt's own dialog.
-    chosen(kind == FileChooser::Kind::Folder
-               ? QFileDialog::getExistingDirectory(nullptr, title, QDir::homePath())
-               : QFileDialog::getOpenFileName(nullptr, title, QDir::homePath(),
-                                              tr("Images (*.png *.jpg *.jpeg *.svg *.webp)")));
+    FallbackFileChooser().choose(kind, title, chosen);
 }

@@ -23,6 +23,9 @@ FocusScope {
 
     // Gives the keyboard back to whoever should have it now.
     function restoreFocus() {
+        // The menu that opened the editor closes after it: the editor keeps the keyboard.
+        if (workflowEditor.opened)
+            return
         if (folder.isOpen) {
             folderPanel.forceActiveFocus()
             return

@@ -19,6 +19,7 @@ Dialog {
     width: Math.min(860, (parent ? parent.width : 860) - 40)
     height: Math.min(620, (parent ? parent.height : 620) - 40)
     modal: true
+    focus: true
     closePolicy: Popup.CloseOnEscape
     title: dialog.workflows.isNew ? qsTr("New workflow") : qsTr("Edit workflow")
 
@@ -28,12 +29,12 @@ Dialog {
             if (dialog.workflows.editing) {
                 dialog.appFilter = ""
                 dialog.open()
-                nameField.forceActiveFocus()
             } else {
                 dialog.close()
             }
         }
     }
+    onOpened: nameField.forceActiveFocus()
     // Escape or Cancel: nothing is stored.
     onRejected: dialog.workflows.cancel()
 
