@@ -2,10 +2,12 @@ pragma ComponentBehavior: Bound
 
 import Tillmora
 import QtQuick
+import QtQuick.Controls.Basic
 
 // An open folder over the grid: its editable name, its members on pages
-// of the folder's own grid shape, and the file-system folders it holds. While a member is dragged out of it, the
-// panel fades away but keeps the pointer until the drop.
+// of the folder's own grid shape, and the folders of the disk it holds.
+// While a member is dragged out of it, the panel fades away but keeps the
+// pointer until the drop.
 FocusScope {
     id: panel
     required property FolderPresenter folder
@@ -81,6 +83,35 @@ FocusScope {
                 panel.forceActiveFocus()
             }
             Keys.onEscapePressed: { text = panel.folder.name; panel.forceActiveFocus() }
+        }
+
+        // Adds a folder of the disk with the desktop's chooser.
+        Rectangle {
+            objectName: "folderAddSystemFolder"
+            visible: panel.systemFolders.available
+            anchors.right: parent.right
+            anchors.rightMargin: 24
+            anchors.verticalCenter: title.verticalCenter
+            width: 32
+            height: 32
+            radius: 16
+            color: addFolderArea.containsMouse ? Qt.rgba(1, 1, 1, 0.2) : Qt.rgba(1, 1, 1, 0.08)
+            Accessible.role: Accessible.Button
+            Accessible.name: qsTr("Add a folder from the disk")
+            Text {
+                anchors.centerIn: parent
+                text: "+"
+                color: "white"
+                font.pixelSize: 20
+            }
+            MouseArea {
+                id: addFolderArea
+                anchors.fill: parent
+                hoverEnabled: true
+                onClicked: panel.systemFolders.chooseAndAdd()
+            }
+            ToolTip.visible: addFolderArea.containsMouse
+            ToolTip.text: qsTr("Add a folder from the disk")
         }
 
         ListView {
@@ -160,7 +191,8 @@ FocusScope {
         }
         SystemFolderStrip {
             id: systemStrip
-            visible: panel.systemFolders.available
+            // Only in folders that hold some: the others keep their shape.
+            visible: panel.systemFolders.available && panel.systemFolders.entries.length > 0
             anchors.top: folderPages.bottom
             anchors.topMargin: 16
             anchors.horizontalCenter: parent.horizontalCenter
