@@ -109,9 +109,9 @@ LayoutResult<WorkflowItem> WorkflowsViewModel::save(const WorkflowItem &edited)
             profile.order.setSlots(slots);
         }
     }
-    if (isNew)
-        qCInfo(lcServices, LogTexts::kWorkflowAdded, qUtf8Printable(workflow.name), others.spaceCount,
-               isNew ? "true" : "false");
+    // Every save writes the standard profile and the Spaces; the line says which kind it was.
+    qCInfo(lcServices, LogTexts::kWorkflowAdded, qUtf8Printable(workflow.name), others.spaceCount,
+           isNew ? "true" : "false");
     return workflow;
 }
 

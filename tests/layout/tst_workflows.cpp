@@ -71,7 +71,9 @@ private Q_SLOTS:
         // An edit reaches every copy and places nothing again.
         WorkflowItem renamed = w;
         renamed.name = QStringLiteral("Evening");
+        log.clear();
         QVERIFY(workflows.save(renamed));
+        QVERIFY(log.contains(QStringLiteral("Added workflow 'Evening' to standard and 2 Space(s) (isNew: false)")));
         QCOMPARE(model.workflows().first().name, QStringLiteral("Evening"));
         QCOMPARE(WorkflowsRepositoryImpl(spaces.at(1)).load().first().name, QStringLiteral("Evening"));
         QCOMPARE(OrderRepositoryImpl(spaces.at(1)).slots().count(w.key()), 1);
