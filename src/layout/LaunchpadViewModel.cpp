@@ -907,3 +907,53 @@ LayoutResult<void> LaunchpadViewModel::deleteWorkflow(const QUuid &id)
     Q_EMIT workflowsChanged();
     return {};
 }
+
+LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId)
+{
+    const qsizetype i = indexById(m_folders, folderId);
+    if (i < 0)
+        return LayoutRefusal::UnknownFolder;
+    const auto found = workflow(workflowId);
+    if (!found)
+        return LayoutRefusal::UnknownWorkflow;
+    const QString key = found->key();
+    FolderItem &folder = m_folders[i];
+    folder.slots = FolderSlots::completed(folder);
+    if (!folder.slots.contains(key)) {
+        const qsizetype empty = folder.slots.indexOf(QString());
+        if (empty >= 0)
+            folder.slots[empty] = key;
+        else
+            folder.slots.append(key);
+    }
+    // Only one place at a time: out of every other folder and off the grid.
+    for (FolderItem &other : m_folders)
+        if (other.id != folderId)
+            for (QString &cell : other.slots)
+                if (cell == key)
+                    cell.clear();
+    SlotEdit edit(m_slots);
+    SlotEdits::removeKey(edit, key);
+    commit(edit, SlotsPart | FoldersPart);
+    return {};
+}
+
+LayoutResult<qsizetype> LaunchpadViewModel::removeWorkflowFromFolder(const QUuid &folderId, const QUuid &workflowId)
+{
+    const qsizetype i = indexById(m_folders, folderId);
+    if (i < 0)
+        return LayoutRefusal::UnknownFolder;
+    const auto found = workflow(workflowId);
+    if (!found)
+        return LayoutRefusal::UnknownWorkflow;
+    FolderItem &folder = m_folders[i];
+    const qsizetype at = folder.slots.indexOf(found->key());
+    if (at < 0)
+        return LayoutRefusal::NotInFolder;
+    folder.slots[at].clear();
+    SlotEdit edit(m_slots);
+    const qsizetype placed = m_slots.contains(found->key()) ? m_slots.indexOf(found->key())
+                                                            : SlotEdits::insertKey(edit, found->key());
+    commit(edit, SlotsPart | FoldersPart);
+    return placed;
+}

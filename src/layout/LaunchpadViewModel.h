@@ -176,6 +176,11 @@ public:
     LayoutResult<void> updateWorkflow(const WorkflowItem &workflow);
     // Removes the workflow and its keys from the grid and from every folder.
     LayoutResult<void> deleteWorkflow(const QUuid &id);
+    // A workflow icon moved into a folder: its grid cell empties and it takes
+    // the folder's first empty cell (else the end).
+    LayoutResult<void> addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId);
+    // Out of the folder and back on the grid, in the first empty cell; returns it.
+    LayoutResult<qsizetype> removeWorkflowFromFolder(const QUuid &folderId, const QUuid &workflowId);
 
 Q_SIGNALS:
     void appsChanged();

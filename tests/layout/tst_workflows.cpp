@@ -116,6 +116,29 @@ private Q_SLOTS:
         QVERIFY(!workflows.remove(w.id));
     }
 
+    void aWorkflowMovesIntoAFolderAndBackOut()
+    {
+        LaunchpadViewModel &model = fixture->load({appKey("Mail"), appKey("Chat")}, {"Mail", "Chat", "Notes"});
+        WorkflowsViewModel workflows(model, env->path(QStringLiteral("icons")));
+        const auto work = model.createFolder(QStringLiteral("Work"), {path("Notes")});
+        const auto home = model.createFolder(QStringLiteral("Home"), {path("Chat")});
+        QVERIFY(work && home);
+        const WorkflowItem w = *workflows.save(morning());
+        QVERIFY(model.addWorkflowToFolder(work->id, w.id));
+        QVERIFY(!model.slots().contains(w.key()));
+        QVERIFY(model.folder(work->id)->slots.contains(w.key()));
+        // Into another folder: it leaves the first.
+        QVERIFY(model.addWorkflowToFolder(home->id, w.id));
+        QVERIFY(!model.folder(work->id)->slots.contains(w.key()));
+        QVERIFY(model.folder(home->id)->slots.contains(w.key()));
+
+        const auto placed = model.removeWorkflowFromFolder(home->id, w.id);
+        QVERIFY(placed);
+        QCOMPARE(model.slots().at(*placed), w.key());
+        QVERIFY(!model.folder(home->id)->slots.contains(w.key()));
+        QCOMPARE(model.removeWorkflowFromFolder(home->id, w.id).error(), LayoutRefusal::NotInFolder);
+    }
+
     void anImageIconIsCopiedIntoTheDataFolder()
     {
         LaunchpadViewModel &model = fixture->load({}, {"Mail"});

@@ -61,6 +61,9 @@ FocusScope {
         anchors.centerIn: parent
         radius: 36
         color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
+        // The strip of folders of the disk changes the box's height, and
+        // with it where the cells are on screen.
+        onHeightChanged: folderPages.updateArea()
         border.color: Qt.rgba(1, 1, 1, 0.25)
 
         TextInput {
