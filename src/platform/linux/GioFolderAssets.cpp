@@ -17,7 +17,7 @@ std::optional<FolderAssetSource::Assets> GioFolderAssets::assetsOf(const QString
     if (GIcon *icon = g_file_info_get_icon(info); icon && G_IS_THEMED_ICON(icon)) {
         // GIO lists the most specific name first: folder-documents for the
         // user's Documents, but the MIME type's inode-directory for any other
-        // folder, where the icon naming spec's own name is "folder".
+        // folder, whose standard icon-theme name is "folder".
         if (const char *const *names = g_themed_icon_get_names(G_THEMED_ICON(icon))) {
             for (; *names && assets.iconName.isEmpty(); ++names) {
                 const QString name = QString::fromUtf8(*names);
