@@ -61,6 +61,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (invocation.kind == Kind::Overlay)
         FUZZ_CHECK(invocation.overlay != Verbs::OverlayAction::None && invocation.args.size() == 1);
     else
-        FUZZ_CHECK(invocation.overlay == Verbs::OverlayAction::None && verb->layout);
+        FUZZ_CHECK(invocation.overlay == Verbs::OverlayAction::None && (verb->layout || verb->withContext));
     return 0;
 }

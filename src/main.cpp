@@ -2,9 +2,11 @@
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
 #include "catalogue/AppIconLookup.h"
+#include "catalogue/SystemFoldersService.h"
 #include "cli/CommandLine.h"
 #include "cli/InstanceCommands.h"
 #include "foundation/BundleIdentity.h"
+#include "platform/FileChooser.h"
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
@@ -90,9 +92,17 @@ int main(int argc, char **argv)
                          presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
                                                                      *root.appearanceRepo, root.appLauncher);
                          presenter->setSpaces(&controller->spaces());
+                         presenter->attach({controller->workflows(), root.workflowLaunchService,
+                                            root.systemFoldersService, root.systemFolderAssets,
+                                            platform.fileChooser()});
                          overlay = std::make_unique<OverlayWindow>(
                              *controller, *presenter,
-                             [lookup = root.appIconLookup](const QString &path) { return lookup->icon(path); });
+                             [lookup = root.appIconLookup](const QString &path) {
+                                 // "theme:NAME" is an icon of the theme by name (system folders).
+                                 if (path.startsWith(QLatin1String("theme:")))
+                                     return QIcon::fromTheme(path.mid(6));
+                                 return lookup->icon(path);
+                             });
                      });
 
     channel.setHandler([&delegate](const QJsonObject &request, InstanceChannel::Reply reply) {

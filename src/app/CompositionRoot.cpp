@@ -3,6 +3,10 @@
 #include "catalogue/AppIconLookup.h"
 #include "catalogue/AppSourceFoldersStore.h"
 #include "catalogue/AppsRepositoryImpl.h"
+#include "catalogue/SystemFolderPanelAssetCache.h"
+#include "catalogue/SystemFoldersService.h"
+#include "foundation/Clock.h"
+#include "organise/WorkflowLaunchService.h"
 #include "organise/WorkflowsRepository.h"
 #include "spaces/SpaceStorageProvider.h"
 #include "spaces/SpacesRepository.h"
@@ -63,6 +67,35 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
     root.spacesSnapshotService = std::make_shared<SpacesSnapshotService>(root.userDefaultsStore, root.fileSystemStore);
     root.spacesViewModel =
         std::make_shared<SpacesViewModel>(root.spacesRepo, root.spacesSnapshotService, root.spaceStorageProvider);
+    // A new workflow goes to every profile: the standard one and each Space.
+    root.otherProfiles = [provider = std::weak_ptr(root.spaceStorageProvider),
+                          spaces = std::weak_ptr(root.spacesViewModel)] {
+        OtherProfiles others;
+        const auto p = provider.lock();
+        const auto model = spaces.lock();
+        if (!p || !model)
+            return others;
+        const auto active = p->activeSpaceId();
+        if (active)
+            others.stores.append(p->mainStore());
+        for (const SpaceItem &space : model->spaceItems())
+            if (space.id != active)
+                others.stores.append(p->storeForSpace(space.id));
+        others.spaceCount = long(model->spaceItems().size());
+        others.written = [spaces] {
+            if (const auto model = spaces.lock())
+                model->refreshSnapshots();
+        };
+        return others;
+    };
+
+    root.clock = std::make_shared<QtClock>();
+    // Bookmarks of placed folders live in the standard store whatever the Space.
+    root.systemFoldersService =
+        std::make_shared<SystemFoldersServiceImpl>(root.userDefaultsStore, root.appLauncher, root.clock);
+    root.systemFolderAssets = std::make_shared<SystemFolderPanelAssetCache>(catalogue.folderAssets);
+    root.workflowLaunchService = std::make_shared<WorkflowLaunchService>(
+        root.appLauncher, root.systemFoldersService, root.userDefaultsStore, root.clock);
     return root;
 }
 
@@ -72,6 +105,11 @@ bool CompositionRoot::synchronize(QString *error) const
     if (!ok && error)
         *error = spaceStorageProvider->lastError();
     return ok;
+}
+
+QString CompositionRoot::workflowIconsDirectory() const
+{
+    return fileSystemStore->pathFor(QStringLiteral("WorkflowIcons"));
 }
 
 LayoutServices CompositionRoot::layoutServices() const

@@ -2,6 +2,7 @@
 
 #include "catalogue/CataloguePlatform.h"
 #include "layout/LayoutServices.h"
+#include "layout/WorkflowsViewModel.h"
 
 #include <QStringList>
 #include <memory>
@@ -11,6 +12,7 @@ class AppIconLookup;
 class AppsRepositoryImpl;
 class AppNameRepositoryImpl;
 class AppsCustomizationRepositoryImpl;
+class Clock;
 class FileSystemStore;
 class FolderIconStyleRepositoryImpl;
 class FoldersRepositoryImpl;
@@ -21,9 +23,12 @@ class SpaceStorageProvider;
 class SpacesRepositoryImpl;
 class SpacesSnapshotService;
 class SpacesViewModel;
+class SystemFolderPanelAssetCache;
+class SystemFoldersServiceImpl;
 class UserDefaultsStore;
 class UserDefaultsStoreType;
 class WidgetsRepositoryImpl;
+class WorkflowLaunchService;
 class WorkflowsRepositoryImpl;
 
 // Where the process keeps its data; tests point these at temporary folders.
@@ -64,6 +69,16 @@ struct CompositionRoot {
     // has none (headless tests).
     std::shared_ptr<AppLauncher> appLauncher;
     std::shared_ptr<AppIconLookup> appIconLookup;
+    // The main loop's clock, for services that wait.
+    std::shared_ptr<Clock> clock;
+    std::shared_ptr<SystemFoldersServiceImpl> systemFoldersService;
+    std::shared_ptr<SystemFolderPanelAssetCache> systemFolderAssets;
+    std::shared_ptr<WorkflowLaunchService> workflowLaunchService;
+    // The profiles a new or deleted workflow reaches besides the shown one
+    // (the Spaces); none until Spaces provide them.
+    OtherProfilesProvider otherProfiles;
+    // Where images chosen as workflow icons are kept.
+    QString workflowIconsDirectory() const;
 
     // What the layout model reads and writes through.
     LayoutServices layoutServices() const;

@@ -3,6 +3,7 @@
 #include "catalogue/AppMonitor.h"
 #include "catalogue/CatalogueCache.h"
 #include "catalogue/AppsRepositoryImpl.h"
+#include "catalogue/SystemFoldersService.h"
 #include "input/GesturesManager.h"
 #include "input/HotCornersManager.h"
 #include "input/HotKeyManager.h"
@@ -66,6 +67,11 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     // An install or removal reloads the catalogue and reconciles the grid.
     connect(this, &LaunchpadWindowController::catalogueChanged, m_layout, &LaunchpadViewModel::loadInitial);
     m_layout->loadInitial();
+    // Read at each change, so whatever fills the composition's provider later is asked.
+    m_workflows = new WorkflowsViewModel(*m_layout, m_composition.workflowIconsDirectory(), [this] {
+        return m_composition.otherProfiles ? m_composition.otherProfiles() : OtherProfiles{};
+    }, this);
+    m_composition.systemFoldersService->preWarm();
 
     m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
 

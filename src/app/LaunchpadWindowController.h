@@ -42,6 +42,8 @@ public:
     SpacesAutoSwitchService &autoSwitch() { return *m_autoSwitch; }
     // The layout model, created after the migrations and loaded at once.
     LaunchpadViewModel *layout() const { return m_layout; }
+    // Creating, editing and deleting workflows, over the layout model.
+    WorkflowsViewModel *workflows() const { return m_workflows; }
     bool overlayVisible() const { return m_overlayVisible; }
 
 public Q_SLOTS:
@@ -80,6 +82,7 @@ private:
     LaunchpadViewModel *m_layout = nullptr;
     std::unique_ptr<SpacesAutoSwitchService> m_autoSwitch;
     QSet<QUuid> m_watchedSuites;
+    WorkflowsViewModel *m_workflows = nullptr;
     QList<AppItem> m_cachedApps;
     bool m_overlayVisible = false;
 };

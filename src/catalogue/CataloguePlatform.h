@@ -2,6 +2,7 @@
 
 #include "catalogue/AppLauncher.h"
 #include "catalogue/AppSource.h"
+#include "catalogue/SystemFolderPanelAssetCache.h"
 
 #include <QList>
 #include <memory>
@@ -12,4 +13,6 @@
 struct CataloguePlatform {
     QList<std::shared_ptr<AppSource>> appSources;
     std::shared_ptr<AppLauncher> launcher;
+    // Names and icons of folders as the desktop shows them; null: file names.
+    std::shared_ptr<FolderAssetSource> folderAssets;
 };

@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include "app/InstanceChannel.h"
+#include "cli/CommandContext.h"
 #include "cli/CommandResult.h"
 #include "cli/HeadlessSession.h"
 #include "storage/UserDefaultsStore.h"
@@ -110,8 +111,11 @@ CommandResult dataCommand(const Verbs::Verb &verb, const QStringList &args, cons
         UserDefaultsStore::setProcessReadOnly(true);
     HeadlessSession session(StorageLocations::fromEnvironment(), catalogue);
     // The Spaces need no grid: a headless switch only moves the profile.
-    const CommandResult result = verb.spaces ? verb.spaces(args.mid(1), session.spaces())
-                                             : LayoutCommands::run(args, session.loadedModel());
+    const CommandResult result = verb.spaces ? verb.spaces(args.mid(1), session.spaces()) : [&] {
+        session.loadedModel();
+        CommandContext context = session.context();
+        return LayoutCommands::run(args, context);
+    }();
     const bool saved = session.flush();
     return CommandResult::saved(result, saved, session.saveError());
 }
@@ -143,7 +147,7 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
         return finish(verb->local(args.mid(1)));
     if (verb && verb->overlay != Verbs::OverlayAction::None)
         return finish(overlayCommand(*verb, args));
-    if (verb && (verb->layout || verb->spaces))
+    if (verb && (verb->layout || verb->withContext || verb->spaces))
         return finish(dataCommand(*verb, args, catalogue));
     const QString command = args.value(0);
     // A known verb with arguments it does not take says what it takes.

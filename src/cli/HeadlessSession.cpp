@@ -3,6 +3,7 @@
 #include "app/RegisteredDefaults.h"
 #include "catalogue/CatalogueCache.h"
 #include "layout/LaunchpadViewModel.h"
+#include "layout/WorkflowsViewModel.h"
 #include "storage/AppearanceRepository.h"
 #include "storage/FileSystemStore.h"
 #include "storage/MigrationService.h"
@@ -25,9 +26,20 @@ HeadlessSession::HeadlessSession(const StorageLocations &locations, const Catalo
     // recognised by the identity it had at the old one.
     m_model->preloadApps(CatalogueCache::load(
         m_composition.fileSystemStore->pathFor(QLatin1String(CatalogueCache::kFileName))));
+    m_workflows = std::make_unique<WorkflowsViewModel>(*m_model, m_composition.workflowIconsDirectory(), [this] {
+        return m_composition.otherProfiles ? m_composition.otherProfiles() : OtherProfiles{};
+    });
 }
 
-HeadlessSession::~HeadlessSession() = default;
+CommandContext HeadlessSession::context()
+{
+    return {*m_model, *m_workflows, m_composition, true};
+}
+
+HeadlessSession::~HeadlessSession()
+{
+    m_workflows.reset(); // before the model it edits through
+}
 
 LaunchpadViewModel &HeadlessSession::loadedModel()
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "cli/CommandContext.h"
 
 #include <memory>
 
@@ -17,6 +18,8 @@ public:
 
     // Blocks (running the event loop) until loading and reconciliation end.
     LaunchpadViewModel &loadedModel();
+    // What commands run on; call after loadedModel().
+    CommandContext context();
     // Writes everything to disk before the process exits. False when that
     // failed; saveError() says why.
     bool flush();
@@ -29,4 +32,5 @@ private:
     CompositionRoot m_composition;
     std::unique_ptr<LaunchpadViewModel> m_model;
     QString m_saveError;
+    std::unique_ptr<WorkflowsViewModel> m_workflows;
 };

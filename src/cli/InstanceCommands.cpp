@@ -1,6 +1,7 @@
 #include "cli/InstanceCommands.h"
 
 #include "app/LaunchpadWindowController.h"
+#include "cli/CommandContext.h"
 #include "cli/CommandResult.h"
 #include "cli/LayoutCommands.h"
 #include "cli/Verbs.h"
@@ -27,7 +28,11 @@ void runAndSave(const Invocation &invocation, LaunchpadWindowController &control
 {
     const CommandResult result = invocation.kind == Invocation::Kind::Spaces
                                      ? Verbs::find(invocation.args)->spaces(invocation.args.mid(1), controller.spaces())
-                                     : LayoutCommands::run(invocation.args, *controller.layout());
+                                     : [&] {
+                                           CommandContext context{*controller.layout(), *controller.workflows(),
+                                                                  controller.composition()};
+                                           return LayoutCommands::run(invocation.args, context);
+                                       }();
     // A reading command's answer never waits for, or fails with, the
     // overlay's own pending saves.
     if (!invocation.changesLayout) {

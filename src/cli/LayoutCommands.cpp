@@ -1,5 +1,6 @@
 #include "cli/LayoutCommands.h"
 
+#include "cli/CommandContext.h"
 #include "cli/Verbs.h"
 #include "layout/FolderAppsGrid.h"
 #include "layout/FolderSlotManager.h"
@@ -431,6 +432,14 @@ CommandResult run(const QStringList &args, LaunchpadViewModel &model)
     if (!verb || !verb->layout)
         return CommandResult::usage(QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0)));
     return verb->layout(args.mid(1), model);
+}
+
+CommandResult run(const QStringList &args, CommandContext &context)
+{
+    const Verbs::Verb *verb = Verbs::find(args);
+    if (verb && verb->withContext)
+        return verb->withContext(args.mid(1), context);
+    return run(args, context.layout);
 }
 
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class LaunchpadViewModel;
+struct CommandContext;
 
 // The commands that read or change the layout. Every argument is checked
 // before anything changes, so a rejected command leaves the stored data as
@@ -24,4 +25,9 @@ CommandResult widget(const QStringList &args, LaunchpadViewModel &model);
 
 // args start with the verb, which must be one of the above.
 CommandResult run(const QStringList &args, LaunchpadViewModel &model);
+// The same for any verb that runs on a loaded layout, with or without the context.
+CommandResult run(const QStringList &args, CommandContext &context);
+
+// One field of plain output, with tabs, newlines and control characters escaped.
+QString plainField(const QString &text);
 }

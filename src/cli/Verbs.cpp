@@ -3,6 +3,7 @@
 #include "cli/DefaultsCommand.h"
 #include "cli/LayoutCommands.h"
 #include "cli/SpaceCommands.h"
+#include "cli/WorkflowCommands.h"
 
 namespace Verbs {
 
@@ -24,6 +25,7 @@ const char *title(Section section)
     case Section::Grid: return "Changing the grid (KEY is A:/path, F:<uuid> or WF:<uuid>; a bare path is an app):\n";
     case Section::Folders: return "Folders:\n";
     case Section::Widgets: return "Widgets:\n";
+    case Section::Workflows: return "Workflows and system folders:\n";
     case Section::Spaces: return "Spaces (profiles; every command above acts on the active one):\n";
     case Section::Settings: return "Settings (raw, without loading the layout):\n";
     }
@@ -33,6 +35,7 @@ const char *title(Section section)
 using S = Section;
 using O = OverlayAction;
 namespace L = LayoutCommands;
+namespace W = WorkflowCommands;
 
 // Order matters twice: --help prints rows in this order, and a bare row is
 // tried before a row of the same name that takes arguments.
@@ -73,21 +76,38 @@ const QList<Verb> kVerbs{
      true, false, O::None, L::hide, nullptr},
     {"unhide", "", S::Grid, "unhide PATH", "", true, true, false, O::None, L::unhide, nullptr},
 
-    {"folder", "", S::Folders, "folder create|move|rename|delete ...",
+    {"folder", "", S::Folders, "folder create|move|rename|delete|add-system|remove-system ...",
      "  folder create NAME [--slot N] [--system-folder PATH]... PATH...\n"
      "                             Make a folder of the apps; prints its id.\n"
      "  folder move FOLDER_ID KEY INDEX [--grid RAW]\n"
      "                             Move KEY inside the folder; RAW is a folder grid\n"
      "                             such as 4x5 (rows x columns), else the stored one.\n"
      "  folder rename FOLDER_ID NAME\n"
-     "  folder delete FOLDER_ID    Its apps go back to the grid.\n",
-     true, true, false, O::None, L::folder, nullptr},
+     "  folder delete FOLDER_ID    Its apps go back to the grid.\n"
+     "  folder add-system FOLDER_ID PATH | folder remove-system FOLDER_ID PATH\n"
+     "                             Put a file-system folder in the folder, or take it out.\n",
+     true, true, false, O::None, nullptr, nullptr, W::folder},
 
     {"widget", "", S::Widgets, "widget add|move|remove ...",
      "  widget add KIND SIZE [--slot N]   SIZE is 2x2, 3x2, 2x3 or 3x3; prints its id.\n"
      "  widget move ID SLOT\n"
      "  widget remove ID\n",
      true, true, false, O::None, L::widget, nullptr},
+
+    {"workflow", "", S::Workflows, "workflow list|create|edit|delete|launch ...",
+     "  workflow list [--json]\n"
+     "  workflow create NAME [--emoji E] [--color HEX] [--image FILE] [--interval SECONDS]\n"
+     "                  [--app PATH]... [--folder PATH]...\n"
+     "                             A workflow opens its apps, then its folders, in order,\n"
+     "                             SECONDS apart; it goes on every grid. Prints its id.\n"
+     "  workflow edit ID [--name NAME] [the options of create]\n"
+     "                             --app and --folder, when given, replace the lists.\n"
+     "  workflow delete ID         Also from every grid and folder.\n"
+     "  workflow launch ID         Returns after the last item when no launcher runs.\n",
+     true, true, false, O::None, nullptr, nullptr, W::workflow},
+    {"open-folder", "", S::Workflows, "open-folder PATH",
+     "  open-folder PATH           Open a folder in the file manager.\n", false, true, false, O::None, nullptr,
+     nullptr, W::openFolder},
 
     {"space", "", S::Spaces, "space list|create|switch|edit|delete|auto-switch ...",
      "  space list [--json]        The Spaces; '*' marks the active one, 'standard'\n"
@@ -103,7 +123,7 @@ const QList<Verb> kVerbs{
      "  space delete ID            Its settings and files go with it.\n"
      "  space auto-switch --at 2026-11-23T09:30 [--json]\n"
      "                             The Space the rules would pick then, or 'none'.\n",
-     true, true, false, O::None, nullptr, nullptr, SpaceCommands::run},
+     true, true, false, O::None, nullptr, nullptr, nullptr, SpaceCommands::run},
 
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.

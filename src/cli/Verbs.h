@@ -6,6 +6,7 @@
 
 class LaunchpadViewModel;
 class SpacesViewModel;
+struct CommandContext;
 
 // Every word the `tillmora` command line understands, in one table: the
 // parser looks verbs up here, the forwarding to a running launcher asks the
@@ -14,7 +15,7 @@ class SpacesViewModel;
 namespace Verbs {
 
 // The --help sections, in the order they are printed.
-enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Spaces, Settings };
+enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Workflows, Spaces, Settings };
 
 // What an overlay verb asks of the running launcher's window.
 enum class OverlayAction { None, Toggle, Show, Hide };
@@ -27,6 +28,9 @@ using LayoutHandler = CommandResult (*)(const QStringList &args, LaunchpadViewMo
 using SpacesHandler = CommandResult (*)(const QStringList &args, SpacesViewModel &spaces);
 // Runs in this process, never forwarded; args follow the verb.
 using LocalHandler = CommandResult (*)(const QStringList &args);
+// Like a layout handler, for commands that also need the workflow model or
+// the services (launching, opening folders).
+using ContextHandler = CommandResult (*)(const QStringList &args, CommandContext &context);
 
 struct Verb {
     const char *name;
@@ -40,6 +44,7 @@ struct Verb {
     OverlayAction overlay;
     LayoutHandler layout;
     LocalHandler local;
+    ContextHandler withContext = nullptr;
     SpacesHandler spaces = nullptr;
 };
 

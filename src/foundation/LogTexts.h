@@ -132,6 +132,19 @@ inline constexpr char kWorkflowsDecodeFailed[] = "Failed to decode workflows: %s
 inline constexpr char kWorkflowsLoaded[] = "Loaded %ld workflows";
 inline constexpr char kWorkflowsSaved[] = "Saved %ld workflows";
 
+// System folders
+inline constexpr char kSystemFoldersCached[] = "Returning cached categories: %ld";
+inline constexpr char kSystemFoldersInFlight[] = "Scan already in flight, awaiting result…";
+inline constexpr char kSystemFoldersScanEmpty[] = "Returning empty categories - manual folder selection only";
+inline constexpr char kSystemFoldersPreWarm[] = "System folders pre-warming skipped - manual selection only";
+inline constexpr char kSystemFolderBookmarkFailed[] = "Failed to resolve bookmark for opening folder: %s";
+
+// Workflows
+inline constexpr char kWorkflowNothingToLaunch[] = "Workflow '%s' has nothing to launch";
+inline constexpr char kWorkflowAppNotFound[] = "Workflow app path not found in apps list: %s";
+// isNew is written as the word true or false (pass "true"/"false").
+inline constexpr char kWorkflowAdded[] = "Added workflow '%s' to standard and %ld Space(s) (isNew: %s)";
+
 // Migrations
 inline constexpr char kMigratedGlassStyle[] = "Migrated: set liquidGlassMaterialStyle to 'tinted' for existing user";
 inline constexpr char kMigratedPinch[] = "Migrated: enabled Pinch to invoke once for all users";

@@ -1,7 +1,7 @@
 #include "input/InputPlatform.h"
 
 #include "input/ApplicationActivity.h"
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 #include "input/ContactFrameSource.h"
 #include "input/HotKeyService.h"
 #include "input/PointerSource.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 #include "input/ContactFrameSource.h"
 #include "input/PinchRecognizer.h"
 

@@ -860,3 +860,100 @@ void LaunchpadViewModel::noteLaunched(const QString &path)
     if (m_services.recentAppsService)
         m_services.recentAppsService->noteLaunched(path);
 }
+
+// ---------------------------------------------------------------- workflows
+
+std::optional<WorkflowItem> LaunchpadViewModel::workflow(const QUuid &id) const
+{
+    const qsizetype i = indexById(m_workflows, id);
+    return i < 0 ? std::nullopt : std::optional<WorkflowItem>(m_workflows.at(i));
+}
+
+LayoutResult<qsizetype> LaunchpadViewModel::addWorkflow(const WorkflowItem &workflow)
+{
+    if (workflow.id.isNull() || indexById(m_workflows, workflow.id) >= 0)
+        return LayoutRefusal::AlreadyOnGrid;
+    m_workflows.append(workflow);
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    Q_EMIT workflowsChanged();
+    return insertKey(workflow.key());
+}
+
+LayoutResult<void> LaunchpadViewModel::updateWorkflow(const WorkflowItem &workflow)
+{
+    const qsizetype i = indexById(m_workflows, workflow.id);
+    if (i < 0)
+        return LayoutRefusal::UnknownWorkflow;
+    m_workflows[i] = workflow;
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    Q_EMIT workflowsChanged();
+    return {};
+}
+
+LayoutResult<void> LaunchpadViewModel::deleteWorkflow(const QUuid &id)
+{
+    const qsizetype i = indexById(m_workflows, id);
+    if (i < 0)
+        return LayoutRefusal::UnknownWorkflow;
+    m_workflows.removeAt(i);
+    m_lookup.reset();
+    m_services.workflowsRepo->save(m_workflows);
+    SlotEdit edit(m_slots);
+    LayoutSanitizer::clearOrphanWorkflowKeys(edit, m_workflows);
+    const bool inFolders = LayoutSanitizer::clearOrphanWorkflowKeysInFolders(m_folders, m_workflows) > 0;
+    commit(edit, (edit.writes() > 0 ? SlotsPart : 0) | (inFolders ? FoldersPart : 0));
+    Q_EMIT workflowsChanged();
+    return {};
+}
+
+LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId)
+{
+    const qsizetype i = indexById(m_folders, folderId);
+    if (i < 0)
+        return LayoutRefusal::UnknownFolder;
+    const auto found = workflow(workflowId);
+    if (!found)
+        return LayoutRefusal::UnknownWorkflow;
+    const QString key = found->key();
+    FolderItem &folder = m_folders[i];
+    folder.slots = FolderSlots::completed(folder);
+    if (!folder.slots.contains(key)) {
+        const qsizetype empty = folder.slots.indexOf(QString());
+        if (empty >= 0)
+            folder.slots[empty] = key;
+        else
+            folder.slots.append(key);
+    }
+    // Only one place at a time: out of every other folder and off the grid.
+    for (FolderItem &other : m_folders)
+        if (other.id != folderId)
+            for (QString &cell : other.slots)
+                if (cell == key)
+                    cell.clear();
+    SlotEdit edit(m_slots);
+    SlotEdits::removeKey(edit, key);
+    commit(edit, SlotsPart | FoldersPart);
+    return {};
+}
+
+LayoutResult<qsizetype> LaunchpadViewModel::removeWorkflowFromFolder(const QUuid &folderId, const QUuid &workflowId)
+{
+    const qsizetype i = indexById(m_folders, folderId);
+    if (i < 0)
+        return LayoutRefusal::UnknownFolder;
+    const auto found = workflow(workflowId);
+    if (!found)
+        return LayoutRefusal::UnknownWorkflow;
+    FolderItem &folder = m_folders[i];
+    const qsizetype at = folder.slots.indexOf(found->key());
+    if (at < 0)
+        return LayoutRefusal::NotInFolder;
+    folder.slots[at].clear();
+    SlotEdit edit(m_slots);
+    const qsizetype placed = m_slots.contains(found->key()) ? m_slots.indexOf(found->key())
+                                                            : SlotEdits::insertKey(edit, found->key());
+    commit(edit, SlotsPart | FoldersPart);
+    return placed;
+}

@@ -167,6 +167,21 @@ public:
     LayoutResult<void> removeWidget(const QUuid &id);
     qsizetype findWidgetTopLeftIndex(const QUuid &id) const;
 
+    // --- Workflows -------------------------------------------------------
+    std::optional<WorkflowItem> workflow(const QUuid &id) const;
+    // Stores a new workflow and puts its key in the first empty cell, else at
+    // the end. Returns the cell; an id already stored is AlreadyOnGrid.
+    LayoutResult<qsizetype> addWorkflow(const WorkflowItem &workflow);
+    // Replaces the stored record of the same id; its cells stay where they are.
+    LayoutResult<void> updateWorkflow(const WorkflowItem &workflow);
+    // Removes the workflow and its keys from the grid and from every folder.
+    LayoutResult<void> deleteWorkflow(const QUuid &id);
+    // A workflow icon moved into a folder: its grid cell empties and it takes
+    // the folder's first empty cell (else the end).
+    LayoutResult<void> addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId);
+    // Out of the folder and back on the grid, in the first empty cell; returns it.
+    LayoutResult<qsizetype> removeWorkflowFromFolder(const QUuid &folderId, const QUuid &workflowId);
+
 Q_SIGNALS:
     void appsChanged();
     void foldersChanged();

@@ -2,11 +2,13 @@
 
 #include "foundation/Logging.h"
 #include "input/ApplicationActivity.h"
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 #include "platform/linux/AutostartEntry.h"
 #include "platform/linux/DesktopEntrySource.h"
 #include "platform/linux/EvdevTouchpadSource.h"
 #include "platform/linux/GioAppLauncher.h"
+#include "platform/linux/GioFolderAssets.h"
+#include "platform/linux/PortalFileChooser.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "platform/linux/LogindSleepWatcher.h"
 #include "platform/linux/X11PointerSource.h"
@@ -75,7 +77,8 @@ void Platform::logSession() const
 
 CataloguePlatform Platform::catalogue() const
 {
-    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>()};
+    return {{std::make_shared<DesktopEntrySource>()}, std::make_shared<GioAppLauncher>(),
+            std::make_shared<GioFolderAssets>()};
 }
 
 InputPlatform Platform::input() const
@@ -108,6 +111,11 @@ ApplicationPlatform &Platform::application(InstanceChannel &channel, const QStri
     if (!m_application)
         m_application = std::make_unique<LinuxApplicationPlatform>(channel, arguments);
     return *m_application;
+}
+
+std::shared_ptr<FileChooser> Platform::fileChooser() const
+{
+    return std::make_shared<PortalFileChooser>();
 }
 
 bool Platform::dockIconVisible() const

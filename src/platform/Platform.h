@@ -8,6 +8,7 @@
 #include <memory>
 
 class ApplicationPlatform;
+class FileChooser;
 class InstanceChannel;
 class LinuxApplicationPlatform;
 
@@ -43,6 +44,8 @@ public:
     // Start-up's platform questions, made once; later calls return the same.
     ApplicationPlatform &application(InstanceChannel &channel, const QStringList &arguments);
     bool dockIconVisible() const;
+    // The desktop's file chooser (the portal's, where one runs).
+    std::shared_ptr<FileChooser> fileChooser() const;
 
     // "Start at login", for the settings window.
     static bool startsAtLogin();

@@ -263,6 +263,13 @@ void SpacesViewModel::persist()
         saveSnapshotIfChanged(*active, false);
 }
 
+void SpacesViewModel::refreshSnapshots()
+{
+    for (const SpaceItem &s : std::as_const(m_spaces))
+        if (s.id != activeSpaceId())
+            m_repository->saveSnapshot(m_snapshots->capture(*m_provider->storeForSpace(s.id)), s.id);
+}
+
 void SpacesViewModel::switchToSpace(const QString &id)
 {
     switchTo(id.isEmpty() ? std::nullopt : Uuids::fromText(id), true);

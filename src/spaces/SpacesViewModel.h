@@ -68,6 +68,10 @@ public:
     // Writes the active Space's current profile into its snapshot now
     // (at quit, and before leaving it).
     void persist();
+    // Takes what was written into the suites of Spaces not in use (a new
+    // workflow goes to every Space) into their snapshots, so a switch there
+    // does not bring back the old profile.
+    void refreshSnapshots();
 
     // Takes in a list or active Space another process stored.
     void reload();

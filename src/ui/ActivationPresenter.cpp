@@ -5,10 +5,9 @@
 #include "layout/LaunchpadViewModel.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
+#include "organise/WorkflowLaunchService.h"
 
-#include <QFileInfo>
-#include <QTimer>
-#include <QUrl>
+#include <QPointer>
 
 ActivationPresenter::ActivationPresenter(LaunchpadViewModel &layout, std::shared_ptr<AppLauncher> launcher,
                                          QObject *parent)
@@ -29,7 +28,6 @@ void ActivationPresenter::activate(const QString &key)
     }
     if (const auto *workflow = std::get_if<WorkflowItem>(&*entry)) {
         launchWorkflow(*workflow);
-        Q_EMIT opened();
         return;
     }
     const auto *app = std::get_if<AppItem>(&*entry);
@@ -47,20 +45,20 @@ void ActivationPresenter::activate(const QString &key)
         Q_EMIT opened();
 }
 
+void ActivationPresenter::setWorkflowLaunchService(std::shared_ptr<WorkflowLaunchService> service)
+{
+    m_workflowLauncher = std::move(service);
+}
+
 void ActivationPresenter::launchWorkflow(const WorkflowItem &workflow)
 {
-    if (!m_launcher)
+    if (!m_workflowLauncher)
         return;
-    // Each step waits the workflow's pause after the previous one.
-    const int pauseMs = int(workflow.effectiveLaunchInterval() * 1000);
-    int step = 0;
-    std::shared_ptr<AppLauncher> launcher = m_launcher;
-    for (const QString &path : workflow.appPaths) {
-        const GridEntryOrEmpty entry = m_layout.resolve(SlotKey::app(path));
-        const AppItem app = entry ? std::get<AppItem>(*entry) : AppItem{QUuid(), path, QFileInfo(path).baseName()};
-        QTimer::singleShot(step++ * pauseMs, this, [launcher, app] { launcher->openApp(app); });
-    }
-    for (const QString &folder : workflow.folderPaths)
-        QTimer::singleShot(step++ * pauseMs, this,
-                           [launcher, folder] { launcher->openLocation(QUrl::fromLocalFile(folder)); });
+    // The overlay stays while the items open, and goes after the last one
+    // unless the user keeps it always on.
+    QPointer<ActivationPresenter> self(this);
+    m_workflowLauncher->launch(workflow, m_layout.apps(), [self](WorkflowLaunchService::Overlay overlay) {
+        if (self && overlay == WorkflowLaunchService::Overlay::Hide)
+            Q_EMIT self->opened();
+    });
 }

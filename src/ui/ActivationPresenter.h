@@ -7,6 +7,7 @@
 
 class AppLauncher;
 class LaunchpadViewModel;
+class WorkflowLaunchService;
 struct WorkflowItem;
 
 // Opening what a cell holds: an app is launched, a workflow runs its steps,
@@ -20,6 +21,8 @@ public:
     ActivationPresenter(LaunchpadViewModel &layout, std::shared_ptr<AppLauncher> launcher,
                         QObject *parent = nullptr);
 
+    // Workflows run through this; without it they do not run.
+    void setWorkflowLaunchService(std::shared_ptr<WorkflowLaunchService> service);
     Q_INVOKABLE void activate(const QString &key);
     QString lastError() const { return m_lastError; }
 
@@ -35,5 +38,6 @@ private:
 
     LaunchpadViewModel &m_layout;
     std::shared_ptr<AppLauncher> m_launcher;
+    std::shared_ptr<WorkflowLaunchService> m_workflowLauncher;
     QString m_lastError;
 };

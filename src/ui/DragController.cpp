@@ -117,9 +117,12 @@ bool DragController::onIconCentre(QPointF point, int cell) const
 
 bool DragController::canMergeOnto(const QString &target) const
 {
-    if (target.isEmpty() || target == m_key || m_kind != CellKind::App)
+    if (target.isEmpty() || target == m_key || (m_kind != CellKind::App && m_kind != CellKind::Workflow))
         return false;
     const SlotKey::Kind kind = SlotKey::kindOf(target);
+    // A workflow goes into folders only.
+    if (m_kind == CellKind::Workflow && kind != SlotKey::Kind::Folder)
+        return false;
     if (kind == SlotKey::Kind::Folder)
         return !(fromFolder() && SlotKey::idText(target) == m_folderId) && m_layout.resolve(target).has_value();
     return kind == SlotKey::Kind::App && m_layout.resolve(target).has_value();
@@ -205,7 +208,7 @@ void DragController::move(QPointF point)
 {
     if (m_phase == Phase::Pressed) {
         const bool draggable = CellKind::isOccupied(m_kind) && m_button == Qt::LeftButton
-                               && !(fromFolder() && m_kind != CellKind::App);
+                               && !(fromFolder() && m_kind != CellKind::App && m_kind != CellKind::Workflow);
         if (!draggable || QLineF(m_pressPoint, point).length() <= kThreshold)
             return;
         startDrag();

@@ -125,6 +125,12 @@ bool FolderPresenter::moveMember(const QString &key, int page, int localIndex)
 
 std::optional<QString> FolderPresenter::takeOut(const QString &key)
 {
+    if (SlotKey::kindOf(key) == SlotKey::Kind::Workflow) {
+        const auto id = Uuids::fromText(SlotKey::idText(key));
+        if (!m_folder || !id || !m_layout.removeWorkflowFromFolder(m_folder->folderId(), *id))
+            return std::nullopt;
+        return key;
+    }
     const QString path = SlotKey::appPath(key);
     if (!m_folder || path.isEmpty() || !m_layout.removeAppFromFolder(m_folder->folderId(), path))
         return std::nullopt;
@@ -133,16 +139,27 @@ std::optional<QString> FolderPresenter::takeOut(const QString &key)
 
 bool FolderPresenter::dropOnGrid(const QString &key, qsizetype target)
 {
-    const auto path = takeOut(key);
-    if (!path)
+    const auto taken = takeOut(key);
+    if (!taken)
         return false;
+    const QString gridKey = SlotKey::kindOf(*taken) == SlotKey::Kind::Workflow ? *taken : SlotKey::app(*taken);
     if (target >= 0 && m_layout.acceptsDropAt(target))
-        m_layout.moveKeyInSlots(SlotKey::app(*path), int(target));
+        m_layout.moveKeyInSlots(gridKey, int(target));
     return true;
 }
 
 bool FolderPresenter::merge(const QString &draggedKey, const QString &targetKey, bool fromOpenFolder)
 {
+    // A workflow joins a folder; it never makes one with another icon.
+    if (SlotKey::kindOf(draggedKey) == SlotKey::Kind::Workflow) {
+        const auto workflowId = Uuids::fromText(SlotKey::idText(draggedKey));
+        const auto folderId = SlotKey::kindOf(targetKey) == SlotKey::Kind::Folder
+                                  ? Uuids::fromText(SlotKey::idText(targetKey))
+                                  : std::nullopt;
+        if (!workflowId || !folderId)
+            return false;
+        return m_layout.addWorkflowToFolder(*folderId, *workflowId).has_value();
+    }
     QString dragged = SlotKey::appPath(draggedKey);
     if (dragged.isEmpty() || draggedKey == targetKey)
         return false;

@@ -55,6 +55,8 @@ GridCell GridCellBuilder::cellFor(const QString &key) const
         cell.title = workflow->name;
         cell.emoji = workflow->emoji;
         cell.tint = workflow->backgroundColorHex;
+        if (workflow->iconType == WorkflowIconType::image)
+            cell.image = workflow->imagePath;
     }
     return cell;
 }

@@ -25,6 +25,7 @@ struct GridCell {
     int spanRows = 1;
     QString emoji;           // workflows
     QString tint;            // workflows: plate colour
+    QString image;           // workflows: the image file drawn instead of the emoji
 
     bool operator==(const GridCell &) const = default;
 };

@@ -24,7 +24,12 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     , m_hidden(layout, m_cells)
     , m_folder(layout, m_cells)
     , m_drag(layout, m_pages, m_folder, m_activation)
+    , m_workflows(layout, m_cells)
+    , m_systemFolders(layout, m_folder)
 {
+    connect(&m_workflows, &WorkflowsPresenter::notice, this, &GridPresenter::showNotice);
+    connect(&m_systemFolders, &SystemFoldersPresenter::notice, this, &GridPresenter::showNotice);
+    connect(&m_systemFolders, &SystemFoldersPresenter::opened, this, &GridPresenter::hide);
     m_noticeTimer.setSingleShot(true);
     m_noticeTimer.setInterval(kNoticeMs);
     connect(&m_noticeTimer, &QTimer::timeout, this, [this] { showNotice(QString()); });
@@ -58,6 +63,15 @@ void GridPresenter::setSpaces(SpacesViewModel *spaces)
         m_pages.reloadAppearance();
         m_pages.setCurrentPage(0);
     });
+}
+
+void GridPresenter::attach(const Services &services)
+{
+    m_activation.setWorkflowLaunchService(services.workflowLauncher);
+    if (services.workflows)
+        m_workflows.attach(services.workflows, services.chooser);
+    if (services.systemFolders)
+        m_systemFolders.attach(services.systemFolders, services.folderAssets, services.chooser);
 }
 
 void GridPresenter::hide()

@@ -9,6 +9,8 @@
 #include "ui/PagesPresenter.h"
 #include "ui/SearchPresenter.h"
 #include "ui/SpacesPresenter.h"
+#include "ui/SystemFoldersPresenter.h"
+#include "ui/WorkflowsPresenter.h"
 
 #include <QObject>
 #include <QTimer>
@@ -17,7 +19,12 @@
 
 class AppLauncher;
 class AppNameRepositoryImpl;
+class FileChooser;
 class LaunchpadViewModel;
+class SystemFolderPanelAssetCache;
+class SystemFoldersService;
+class WorkflowLaunchService;
+class WorkflowsViewModel;
 class QScreen;
 class SpacesViewModel;
 
@@ -36,6 +43,8 @@ class GridPresenter : public QObject {
     Q_PROPERTY(ActivationPresenter *activation READ activation CONSTANT)
     Q_PROPERTY(DragController *drag READ drag CONSTANT)
     Q_PROPERTY(SpacesPresenter *spaces READ spaces CONSTANT)
+    Q_PROPERTY(WorkflowsPresenter *workflows READ workflows CONSTANT)
+    Q_PROPERTY(SystemFoldersPresenter *systemFolders READ systemFolders CONSTANT)
     Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
     Q_PROPERTY(int backdropRevision READ backdropRevision NOTIFY backdropChanged)
     // A short message for the user (a save that failed); empty when none.
@@ -55,6 +64,17 @@ public:
     // The Spaces the strip shows; a switch ends what was half done on the
     // old grid (a drag, an open folder, a search).
     void setSpaces(SpacesViewModel *spaces);
+    WorkflowsPresenter *workflows() { return &m_workflows; }
+    SystemFoldersPresenter *systemFolders() { return &m_systemFolders; }
+    // What workflows and system folders need; until attached they do nothing.
+    struct Services {
+        WorkflowsViewModel *workflows = nullptr;
+        std::shared_ptr<WorkflowLaunchService> workflowLauncher;
+        std::shared_ptr<SystemFoldersService> systemFolders;
+        std::shared_ptr<SystemFolderPanelAssetCache> folderAssets;
+        std::shared_ptr<FileChooser> chooser;
+    };
+    void attach(const Services &services);
     bool hasBackdrop() const { return m_hasBackdrop; }
     int backdropRevision() const { return m_backdropRevision; }
     const CellFactory &cells() const { return m_cells; }
@@ -92,6 +112,8 @@ private:
     FolderPresenter m_folder;
     DragController m_drag;
     SpacesPresenter m_spaces;
+    WorkflowsPresenter m_workflows;
+    SystemFoldersPresenter m_systemFolders;
     bool m_hasBackdrop = false;
     int m_backdropRevision = 0;
     QString m_notice;

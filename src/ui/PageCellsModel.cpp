@@ -29,6 +29,7 @@ QVariant PageCellsModel::data(const QModelIndex &index, int role) const
     case SpanRowsRole: return cell.spanRows;
     case EmojiRole: return cell.emoji;
     case TintRole: return cell.tint;
+    case ImageRole: return cell.image;
     default: return {};
     }
 }
@@ -45,7 +46,8 @@ QHash<int, QByteArray> PageCellsModel::roleNames() const
             {SpanColumnsRole, "spanColumns"},
             {SpanRowsRole, "spanRows"},
             {EmojiRole, "emoji"},
-            {TintRole, "tint"}};
+            {TintRole, "tint"},
+            {ImageRole, "image"}};
 }
 
 int PageCellsModel::setCells(const QList<GridCell> &cells)

@@ -26,6 +26,7 @@ public:
         SpanRowsRole,
         EmojiRole,
         TintRole,
+        ImageRole,
     };
 
     explicit PageCellsModel(int pageIndex, QObject *parent = nullptr);

@@ -493,6 +493,29 @@ private Q_SLOTS:
         QCOMPARE(layoutJson()["slots"].toArray().at(7).toString(), key("Alpha")); // back on the standard profile
     }
 
+    // A new workflow lands in every profile, the ones not in use included;
+    // deleting it clears it from all of them.
+    void workflowsReachEveryProfile()
+    {
+        // Work starts as a copy, so its stored copy holds a grid that must not
+        // come back without the workflow when Work is opened.
+        QCOMPARE(tillmora({"space", "create", "Work"}).exitCode, 0);
+        QCOMPARE(tillmora({"space", "create", "Home", "--default-layout"}).exitCode, 0);
+        QCOMPARE(tillmora({"space", "switch", "Home"}).exitCode, 0);
+        const Run made = tillmora({"workflow", "create", "Morning", "--app", app("Alpha")});
+        QCOMPARE(made.exitCode, 0);
+        const QString key = QStringLiteral("WF:") + made.out.trimmed();
+        const auto everywhere = [&](bool present) {
+            for (const char *profile : {"Work", "standard", "Home"}) {
+                QCOMPARE(tillmora({"space", "switch", profile}).exitCode, 0);
+                QVERIFY2(layoutJson()["slots"].toArray().contains(key) == present, profile);
+            }
+        };
+        everywhere(true);
+        QCOMPARE(tillmora({"workflow", "delete", made.out.trimmed()}).exitCode, 0);
+        everywhere(false);
+    }
+
     // The running launcher switches at once, and a change it reported done
     // in a Space survives a kill.
     void aRunningLauncherSwitchesSpaces()

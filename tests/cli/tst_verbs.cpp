@@ -20,8 +20,10 @@ private Q_SLOTS:
         QTest::newRow("help is --help") << QStringList{"help", "me"} << "--help" << false;
         QTest::newRow("defaults stays here") << QStringList{"defaults", "read"} << "defaults read|write|delete ..."
                                              << false;
-        QTest::newRow("folder") << QStringList{"folder", "create", "X"} << "folder create|move|rename|delete ..."
+        QTest::newRow("folder") << QStringList{"folder", "create", "X"} << "folder create|move|rename|delete|add-system|remove-system ..."
                                 << true;
+        QTest::newRow("workflow") << QStringList{"workflow", "launch", "X"} << "workflow list|create|edit|delete|launch ..."
+                                  << true;
         QTest::newRow("unknown word") << QStringList{"frobnicate"} << "" << false;
         QTest::newRow("nothing") << QStringList{} << "" << false;
     }
@@ -40,10 +42,11 @@ private Q_SLOTS:
     void everyRowIsConsistent()
     {
         for (const Verbs::Verb &verb : Verbs::all()) {
-            const int ways = (verb.layout ? 1 : 0) + (verb.local ? 1 : 0) + (verb.spaces ? 1 : 0)
-                             + (verb.overlay != Verbs::OverlayAction::None ? 1 : 0);
+            const bool onLayout = verb.layout || verb.withContext || verb.spaces;
+            const int ways = (verb.layout ? 1 : 0) + (verb.withContext ? 1 : 0) + (verb.spaces ? 1 : 0)
+                             + (verb.local ? 1 : 0) + (verb.overlay != Verbs::OverlayAction::None ? 1 : 0);
             QVERIFY2(ways <= 1, verb.name);
-            QVERIFY2(!verb.changesLayout || (verb.forwarded && (verb.layout || verb.spaces)), verb.name);
+            QVERIFY2(!verb.changesLayout || (verb.forwarded && onLayout), verb.name);
             QVERIFY2(!verb.forwarded || !verb.local, verb.name);
             QVERIFY2(Verbs::helpText().contains(QLatin1String(verb.name)), verb.name);
         }

@@ -1,6 +1,6 @@
 #include "common/XvfbServer.h"
 #include "input/ApplicationActivity.h"
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 #include "input/HotCornersManager.h"
 #include "platform/linux/X11PointerSource.h"
 #include "storage/UserDefaultsStore.h"

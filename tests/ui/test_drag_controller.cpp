@@ -241,6 +241,30 @@ private Q_SLOTS:
         QVERIFY(!f.drag().isActive());
     }
 
+    void aWorkflowLeavesItsFolderLikeAnApp()
+    {
+        Fixture f(10);
+        QTRY_VERIFY(!f.model->isLoading());
+        const auto folder = f.model->createFolder(QStringLiteral("Box"), {QStringLiteral("/apps/A7.app")}, {}, 7);
+        WorkflowItem workflow;
+        workflow.id = QUuid::createUuid();
+        workflow.name = QStringLiteral("Morning");
+        QVERIFY(folder && f.model->addWorkflow(workflow));
+        QVERIFY(f.model->addWorkflowToFolder(folder->id, workflow.id));
+        f.presenter->folder()->open(Uuids::toText(folder->id));
+        f.drag().setFolderBox(QRectF(300, 150, 400, 350));
+        f.drag().setFolderArea(QRectF(320, 200, 360, 280));
+        QCOMPARE(f.presenter->folder()->memberAt(0, 1), workflow.key());
+
+        const QPointF outside(120, 380);
+        f.pressAndMove(QPointF(356 + 72, 235), outside, DragController::Folder);
+        QVERIFY(f.drag().outsideFolder());
+        QTest::qWait(DragController::kPreviewDelayMs * 2);
+        f.drag().release(outside);
+        QVERIFY(!f.model->folder(folder->id)->slots.contains(workflow.key()));
+        QCOMPARE(f.model->slots().indexOf(workflow.key()), f.drag().gridCellAt(outside));
+    }
+
     void escapeHideAndFocusLossEndTheGestureWithoutADrop()
     {
         Fixture f(10);

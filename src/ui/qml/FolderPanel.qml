@@ -2,16 +2,19 @@ pragma ComponentBehavior: Bound
 
 import Tillmora
 import QtQuick
+import QtQuick.Controls.Basic
 
-// An open folder over the grid: its editable name and its members on pages
-// of the folder's own grid shape. While a member is dragged out of it, the
-// panel fades away but keeps the pointer until the drop.
+// An open folder over the grid: its editable name, its members on pages
+// of the folder's own grid shape, and the folders of the disk it holds.
+// While a member is dragged out of it, the panel fades away but keeps the
+// pointer until the drop.
 FocusScope {
     id: panel
     required property FolderPresenter folder
     required property DragController drag
     required property PagesPresenter pages
     required property ActivationPresenter activation
+    required property SystemFoldersPresenter systemFolders
     property int selectedIndex: -1
     // Typed text that should search the whole grid instead.
     signal typed(string text)
@@ -54,9 +57,13 @@ FocusScope {
                                               (panel.height * 0.7) / (panel.folder.rows + 1))
         width: cell * panel.folder.columns + 48
         height: cell * panel.folder.rows + title.height + 72 + (panel.folder.pageCount > 1 ? 24 : 0)
+                + (systemStrip.visible ? systemStrip.height + 16 : 0)
         anchors.centerIn: parent
         radius: 36
         color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
+        // The strip of folders of the disk changes the box's height, and
+        // with it where the cells are on screen.
+        onHeightChanged: folderPages.updateArea()
         border.color: Qt.rgba(1, 1, 1, 0.25)
 
         TextInput {
@@ -79,6 +86,35 @@ FocusScope {
                 panel.forceActiveFocus()
             }
             Keys.onEscapePressed: { text = panel.folder.name; panel.forceActiveFocus() }
+        }
+
+        // Adds a folder of the disk with the desktop's chooser.
+        Rectangle {
+            objectName: "folderAddSystemFolder"
+            visible: panel.systemFolders.available
+            anchors.right: parent.right
+            anchors.rightMargin: 24
+            anchors.verticalCenter: title.verticalCenter
+            width: 32
+            height: 32
+            radius: 16
+            color: addFolderArea.containsMouse ? Qt.rgba(1, 1, 1, 0.2) : Qt.rgba(1, 1, 1, 0.08)
+            Accessible.role: Accessible.Button
+            Accessible.name: qsTr("Add a folder from the disk")
+            Text {
+                anchors.centerIn: parent
+                text: "+"
+                color: "white"
+                font.pixelSize: 20
+            }
+            MouseArea {
+                id: addFolderArea
+                anchors.fill: parent
+                hoverEnabled: true
+                onClicked: panel.systemFolders.chooseAndAdd()
+            }
+            ToolTip.visible: addFolderArea.containsMouse
+            ToolTip.text: qsTr("Add a folder from the disk")
         }
 
         ListView {
@@ -122,6 +158,9 @@ FocusScope {
                         required property int kind
                         required property string title
                         required property string iconPath
+                        required property string emoji
+                        required property string tint
+                        required property string image
                         x: (index % panel.folder.columns) * box.cell
                         y: Math.floor(index / panel.folder.columns) * box.cell
                         width: box.cell
@@ -130,6 +169,7 @@ FocusScope {
                         opacity: key === panel.drag.key ? 0.25 : 1
                         AppIcon {
                             anchors.fill: parent
+                            visible: member.kind !== CellKind.Workflow
                             iconPath: member.iconPath
                             title: member.title
                             dimmed: member.kind === CellKind.Unavailable
@@ -137,9 +177,33 @@ FocusScope {
                             showLabel: panel.pages.showLabels
                             selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index
                         }
+                        WorkflowIcon {
+                            anchors.fill: parent
+                            visible: member.kind === CellKind.Workflow
+                            emoji: member.emoji
+                            tint: member.tint
+                            image: member.image
+                            title: member.title
+                            iconSize: Math.min(panel.pages.iconSize, box.cell * 0.62)
+                            showLabel: panel.pages.showLabels
+                            selected: folderPage.pageIndex === panel.folder.currentPage && panel.selectedIndex === member.index
+                        }
                     }
                 }
             }
+        }
+        SystemFolderStrip {
+            id: systemStrip
+            // Only in folders that hold some: the others keep their shape.
+            visible: panel.systemFolders.available && panel.systemFolders.entries.length > 0
+            anchors.top: folderPages.bottom
+            anchors.topMargin: 16
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: folderPages.width
+            height: implicitHeight
+            tileSize: Math.min(110, box.cell * 0.8)
+            systemFolders: panel.systemFolders
+            onMenuClosed: panel.forceActiveFocus()
         }
         PageDots {
             visible: panel.folder.pageCount > 1

@@ -18,6 +18,7 @@ Item {
     required property int spanRows
     required property string emoji
     required property string tint
+    required property string image
 
     property real cellWidth: 100
     property real cellHeight: 100
@@ -71,6 +72,7 @@ Item {
         visible: cell.kind === CellKind.Workflow
         emoji: cell.emoji
         tint: cell.tint
+        image: cell.image
         title: cell.title
         iconSize: cell.iconSize
         showLabel: cell.showLabels

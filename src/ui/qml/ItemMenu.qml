@@ -56,6 +56,16 @@ Menu {
         onTriggered: menu.presenter.folder.dissolve(menu.entryId)
     }
     Entry {
+        text: qsTr("Edit workflow…")
+        visible: menu.kind === CellKind.Workflow
+        onTriggered: menu.presenter.workflows.edit(menu.entryId)
+    }
+    Entry {
+        text: qsTr("Delete workflow")
+        visible: menu.kind === CellKind.Workflow
+        onTriggered: menu.presenter.workflows.remove(menu.entryId)
+    }
+    Entry {
         text: qsTr("Remove widget")
         visible: menu.kind === CellKind.Widget
         onTriggered: menu.presenter.removeWidget(menu.entryId)

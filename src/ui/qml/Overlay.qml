@@ -23,6 +23,9 @@ FocusScope {
 
     // Gives the keyboard back to whoever should have it now.
     function restoreFocus() {
+        // The menu that opened the editor closes after it: the editor keeps the keyboard.
+        if (workflowEditor.opened)
+            return
         if (folder.isOpen) {
             folderPanel.forceActiveFocus()
             return
@@ -130,6 +133,7 @@ FocusScope {
         drag: overlay.drag
         pages: overlay.pages
         activation: overlay.presenter.activation
+        systemFolders: overlay.presenter.systemFolders
         onTyped: (text) => overlay.typeIntoSearch(text)
         onContextMenuRequested: (key, position) => overlay.openItemMenu(key, overlay.folder.folderId, position)
     }
@@ -168,12 +172,23 @@ FocusScope {
     Menu {
         id: backgroundMenu
         MenuItem { text: qsTr("Show hidden apps…"); onTriggered: hiddenDialog.open() }
+        MenuItem {
+            text: qsTr("New workflow…")
+            visible: overlay.presenter.workflows.available
+            height: visible ? implicitHeight : 0
+            onTriggered: overlay.presenter.workflows.create()
+        }
         MenuItem { text: qsTr("New Space…"); onTriggered: spaceEditor.create() }
         onClosed: overlay.restoreFocus()
     }
     RenameDialog {
         id: renameDialog
         presenter: overlay.presenter
+        onClosed: overlay.restoreFocus()
+    }
+    WorkflowEditor {
+        id: workflowEditor
+        workflows: overlay.presenter.workflows
         onClosed: overlay.restoreFocus()
     }
     HiddenAppsDialog {
@@ -257,6 +272,7 @@ FocusScope {
             renameDialog.close()
             hiddenDialog.close()
             spaceEditor.close()
+            overlay.presenter.workflows.cancel()
             overlay.forceActiveFocus()
         }
     }

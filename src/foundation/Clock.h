@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-// Time and main-loop timers for the input managers, so that dwell times,
+// Time and main-loop timers, so that dwell times, pauses between launches,
 // sampling and wake-up retries can be driven by a test clock.
 class Clock {
 public:

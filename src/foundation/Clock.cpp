@@ -1,4 +1,4 @@
-#include "input/Clock.h"
+#include "foundation/Clock.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/FileChooser.h"
+
+// Qt's own file dialog, for when the desktop offers no chooser of its own
+// (no portal running). It stacks above the overlay, which would hide it.
+class FallbackFileChooser final : public FileChooser {
+public:
+    bool choose(Kind kind, const QString &title, Chosen chosen) override;
+};
