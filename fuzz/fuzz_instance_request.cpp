@@ -46,7 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         FUZZ_CHECK(command == QLatin1String("activate") && invocation.args.isEmpty());
         return 0;
     case Kind::Overlay:
-    case Kind::Layout: break;
+    case Kind::Layout:
+    case Kind::Spaces: break;
     }
     FUZZ_CHECK(command == QLatin1String("cli"));
     // The arguments are the client's strings, one for one: nothing dropped,
@@ -60,6 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     FUZZ_CHECK(verb->overlay == invocation.overlay);
     if (invocation.kind == Kind::Overlay)
         FUZZ_CHECK(invocation.overlay != Verbs::OverlayAction::None && invocation.args.size() == 1);
+    else if (invocation.kind == Kind::Spaces)
+        FUZZ_CHECK(invocation.overlay == Verbs::OverlayAction::None && verb->spaces);
     else
         FUZZ_CHECK(invocation.overlay == Verbs::OverlayAction::None && (verb->layout || verb->withContext));
     return 0;
