@@ -118,12 +118,12 @@ QString readRange(const QString &text, QString *start, QString *end)
     return SpaceEditViewModel::rangeError(*start, *end);
 }
 
-// Adds one --trigger to the editor; args[*i] is the first word of its SPEC.
+// Adds one --trigger to the editor; args[*i] is the first word of its rule.
 // Returns the error to print, empty when it was taken.
 QString addTrigger(const QStringList &args, qsizetype *i, SpaceEditViewModel &edit)
 {
     QStringList words = args.at(*i).split(u' ', Qt::SkipEmptyParts);
-    // The SPEC may come as one argument ("time 09:00-17:00") or as several.
+    // The rule may come as one argument ("time 09:00-17:00") or as several.
     const auto more = [&] { return *i + 1 < args.size() && !args.at(*i + 1).startsWith(QLatin1String("--")); };
     if (words.size() == 1 && (words.first() == QLatin1String("time") || words.first() == QLatin1String("days")) && more()) {
         words.append(args.at(++*i));
