@@ -908,7 +908,8 @@ LayoutResult<void> LaunchpadViewModel::deleteWorkflow(const QUuid &id)
     return {};
 }
 
-LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId)
+LayoutResult<LaunchpadViewModel::FolderAndWorkflow> LaunchpadViewModel::folderAndWorkflow(const QUuid &folderId,
+                                                                                           const QUuid &workflowId) const
 {
     const qsizetype i = indexById(m_folders, folderId);
     if (i < 0)
@@ -916,8 +917,16 @@ LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId
     const auto found = workflow(workflowId);
     if (!found)
         return LayoutRefusal::UnknownWorkflow;
-    const QString key = found->key();
-    FolderItem &folder = m_folders[i];
+    return FolderAndWorkflow{i, found->key()};
+}
+
+LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId, const QUuid &workflowId)
+{
+    const auto found = folderAndWorkflow(folderId, workflowId);
+    if (!found)
+        return found.error();
+    const QString key = found->key;
+    FolderItem &folder = m_folders[found->folder];
     folder.slots = FolderSlots::completed(folder);
     if (!folder.slots.contains(key)) {
         const qsizetype empty = folder.slots.indexOf(QString());
@@ -940,20 +949,17 @@ LayoutResult<void> LaunchpadViewModel::addWorkflowToFolder(const QUuid &folderId
 
 LayoutResult<qsizetype> LaunchpadViewModel::removeWorkflowFromFolder(const QUuid &folderId, const QUuid &workflowId)
 {
-    const qsizetype i = indexById(m_folders, folderId);
-    if (i < 0)
-        return LayoutRefusal::UnknownFolder;
-    const auto found = workflow(workflowId);
+    const auto found = folderAndWorkflow(folderId, workflowId);
     if (!found)
-        return LayoutRefusal::UnknownWorkflow;
-    FolderItem &folder = m_folders[i];
-    const qsizetype at = folder.slots.indexOf(found->key());
+        return found.error();
+    const QString key = found->key;
+    FolderItem &folder = m_folders[found->folder];
+    const qsizetype at = folder.slots.indexOf(key);
     if (at < 0)
         return LayoutRefusal::NotInFolder;
     folder.slots[at].clear();
     SlotEdit edit(m_slots);
-    const qsizetype placed = m_slots.contains(found->key()) ? m_slots.indexOf(found->key())
-                                                            : SlotEdits::insertKey(edit, found->key());
+    const qsizetype placed = m_slots.contains(key) ? m_slots.indexOf(key) : SlotEdits::insertKey(edit, key);
     commit(edit, SlotsPart | FoldersPart);
     return placed;
 }

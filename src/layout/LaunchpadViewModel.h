@@ -203,6 +203,13 @@ private:
     QVariantList widgetsForView() const;
     QVariantList workflowsForView() const;
 
+    // The folder's index and the workflow's key, or why either is unknown.
+    struct FolderAndWorkflow {
+        qsizetype folder;
+        QString key;
+    };
+    LayoutResult<FolderAndWorkflow> folderAndWorkflow(const QUuid &folderId, const QUuid &workflowId) const;
+
     void loadStoredLayout();
     void startScan();
     void applyScan(const AppScan &scan);
