@@ -80,16 +80,6 @@ private Q_SLOTS:
         QCOMPARE(model.slots().count(w.key()), 1);
     }
 
-    void withoutSpacesOnlyTheShownProfileIsWritten()
-    {
-        LaunchpadViewModel &model = fixture->load({appKey("Mail")}, {"Mail"});
-        WorkflowsViewModel workflows(model, env->path(QStringLiteral("icons")));
-        LogCapture log;
-        QVERIFY(workflows.save(morning()));
-        QCOMPARE(model.slots().size(), 2);
-        QVERIFY(log.contains(QStringLiteral("Added workflow 'Morning' to standard and 0 Space(s) (isNew: true)")));
-    }
-
     void deletingRemovesItsKeysFromEveryGridAndFolder()
     {
         LaunchpadViewModel &model = fixture->load({appKey("Mail")}, {"Mail", "Chat"});

@@ -209,20 +209,6 @@ private Q_SLOTS:
         QCOMPARE(repository->loadSpaces().size(), 1);
         QCOMPARE(repository->loadSpaces().first().id, keep.id);
     }
-
-    void aSpaceThatDoesNotDecodeIsKeptAside()
-    {
-        auto spaces = model();
-        spaces->createSpace("Good", "💼", "#112233", false);
-        QByteArray bytes = *main->data(SpacesRepositoryImpl::kItemsKey);
-        bytes.insert(1, "{\"name\":\"no id\"},");
-        main->set(bytes, QLatin1String(SpacesRepositoryImpl::kItemsKey));
-        QCOMPARE(repository->loadSpaces().size(), 1);
-        spaces->reload();
-        spaces->createSpace("Second", "🏠", "#445566", false);
-        QCOMPARE(repository->loadSpaces().size(), 2);
-        QVERIFY(main->data(QStringLiteral("Spaces_Items_v1.unreadable"))->contains("no id"));
-    }
 };
 
 QTEST_GUILESS_MAIN(SpacesTest)
