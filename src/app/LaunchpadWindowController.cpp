@@ -108,6 +108,11 @@ void LaunchpadWindowController::updateSpaceHotKeys()
     QList<SpaceHotKey> hotKeys;
     for (const SpaceItem &space : spaces().spaceItems())
         hotKeys.append(SpaceHotKey{space.id, space.name, space.hotKeyKeyCode, space.hotKeyModifiers});
+    // The list also changes when only the active Space does; the grabs stay
+    // as they are then instead of being made again on every switch.
+    if (m_spaceHotKeys && *m_spaceHotKeys == hotKeys)
+        return;
+    m_spaceHotKeys = hotKeys;
     m_hotKeyManager->updateSpaceHotKeys(hotKeys);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CompositionRoot.h"
+#include "input/HotKeyManager.h"
 #include "input/InputPlatform.h"
 #include "layout/LaunchpadViewModel.h"
 
@@ -12,7 +13,6 @@
 class AppMonitor;
 class GesturesManager;
 class HotCornersManager;
-class HotKeyManager;
 class KnockToLaunchManager;
 class SpacesAutoSwitchService;
 class SpacesViewModel;
@@ -82,6 +82,7 @@ private:
     LaunchpadViewModel *m_layout = nullptr;
     std::unique_ptr<SpacesAutoSwitchService> m_autoSwitch;
     QSet<QUuid> m_watchedSuites;
+    std::optional<QList<SpaceHotKey>> m_spaceHotKeys; // as last handed to the hotkey manager
     WorkflowsViewModel *m_workflows = nullptr;
     QList<AppItem> m_cachedApps;
     bool m_overlayVisible = false;

@@ -22,6 +22,7 @@ struct SpaceHotKey {
     QString name;
     std::optional<qint64> hotKeyKeyCode;
     std::optional<quint64> hotKeyModifiers; // modifier flags as stored
+    bool operator==(const SpaceHotKey &) const = default;
 };
 
 // The stored toggle key code, or why it cannot be used.
