@@ -9,6 +9,7 @@
 #include "cli/Verbs.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
@@ -61,7 +62,9 @@ bool launcherRunning()
 std::optional<CommandResult> forward(const QStringList &args)
 {
     const auto reply = InstanceChannel::send(InstanceChannel::defaultSocketPath(),
-                                             {{"command", "cli"}, {"args", QJsonArray::fromStringList(args)}},
+                                             {{"command", "cli"},
+                                              {"args", QJsonArray::fromStringList(args)},
+                                              {"cwd", QDir::currentPath()}},
                                              kInstanceTimeoutMs);
     if (!reply || reply->contains(QLatin1String("error")))
         return std::nullopt;

@@ -10,7 +10,9 @@
 #include "spaces/SpacesViewModel.h"
 #include "storage/UserDefaultsStore.h"
 
+#include <QDir>
 #include <QJsonArray>
+#include <QScopeGuard>
 #include <QPointer>
 
 namespace InstanceCommands {
@@ -26,6 +28,14 @@ QJsonObject toJson(const CommandResult &result)
 // the overlay goes on meanwhile, however long the disk or a lock takes.
 void runAndSave(const Invocation &invocation, LaunchpadWindowController &controller, const InstanceChannel::Reply &reply)
 {
+    // The command runs here in one go on the main thread, so borrowing the
+    // client's folder for its duration changes nothing else.
+    const QString ownFolder = QDir::currentPath();
+    const bool borrowed = !invocation.workingDirectory.isEmpty() && QDir::setCurrent(invocation.workingDirectory);
+    const auto restore = qScopeGuard([&] {
+        if (borrowed)
+            QDir::setCurrent(ownFolder);
+    });
     const CommandResult result = invocation.kind == Invocation::Kind::Spaces
                                      ? Verbs::find(invocation.args)->spaces(invocation.args.mid(1), controller.spaces())
                                      : [&] {
@@ -107,6 +117,7 @@ Invocation interpret(const QJsonObject &request)
     invocation.kind = verb->overlay != Verbs::OverlayAction::None ? Invocation::Kind::Overlay
                       : verb->spaces                             ? Invocation::Kind::Spaces
                                                                  : Invocation::Kind::Layout;
+    invocation.workingDirectory = request.value(QLatin1String("cwd")).toString();
     return invocation;
 }
 

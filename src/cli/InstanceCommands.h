@@ -25,6 +25,8 @@ struct Invocation {
     Verbs::OverlayAction overlay = Verbs::OverlayAction::None;
     QStringList args;
     bool changesLayout = false; // a Layout command whose answer waits for the save
+    // The client's working folder: relative file names in args are its.
+    QString workingDirectory;
     QJsonObject reply;
 };
 

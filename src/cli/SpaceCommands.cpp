@@ -15,18 +15,8 @@
 
 namespace SpaceCommands {
 
-namespace {
-
-const QLatin1String kStandard("standard");
-
-bool validColor(const QString &hex)
-{
-    static const QRegularExpression pattern(QStringLiteral("^#([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})$"));
-    return pattern.match(hex).hasMatch();
-}
-
 // A Space by id or by its exact name; a name two Spaces share is refused.
-std::optional<SpaceItem> find(const SpacesViewModel &spaces, const QString &text, QString *error)
+std::optional<SpaceItem> findSpace(const SpacesViewModel &spaces, const QString &text, QString *error)
 {
     if (const auto id = Uuids::fromText(text)) {
         if (const auto space = spaces.space(*id))
@@ -45,6 +35,16 @@ std::optional<SpaceItem> find(const SpacesViewModel &spaces, const QString &text
     if (!found)
         *error = QStringLiteral("no Space '%1'; see 'tillmora space list'").arg(text);
     return found;
+}
+
+namespace {
+
+const QLatin1String kStandard("standard");
+
+bool validColor(const QString &hex)
+{
+    static const QRegularExpression pattern(QStringLiteral("^#([0-9A-Fa-f]{3}|[0-9A-Fa-f]{6}|[0-9A-Fa-f]{8})$"));
+    return pattern.match(hex).hasMatch();
 }
 
 CommandResult list(const QStringList &args, const SpacesViewModel &spaces)
@@ -100,7 +100,7 @@ CommandResult switchSpace(const QStringList &args, SpacesViewModel &spaces)
         return CommandResult::ok();
     }
     QString error;
-    const auto space = find(spaces, args.first(), &error);
+    const auto space = findSpace(spaces, args.first(), &error);
     if (!space)
         return CommandResult::usage(error);
     spaces.switchTo(space->id, true);
@@ -177,7 +177,7 @@ CommandResult edit(const QStringList &args, SpacesViewModel &spaces)
     if (args.isEmpty())
         return CommandResult::usage(Verbs::expected("space"));
     QString error;
-    const auto space = find(spaces, args.first(), &error);
+    const auto space = findSpace(spaces, args.first(), &error);
     if (!space)
         return CommandResult::usage(error);
     SpaceEditViewModel edit;
@@ -236,7 +236,7 @@ CommandResult remove(const QStringList &args, SpacesViewModel &spaces)
     if (args.size() != 1)
         return CommandResult::usage(QStringLiteral("expected 'space delete ID'"));
     QString error;
-    const auto space = find(spaces, args.first(), &error);
+    const auto space = findSpace(spaces, args.first(), &error);
     if (!space)
         return CommandResult::usage(error);
     if (!spaces.deleteSpace(space->id, &error))

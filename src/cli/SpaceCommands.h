@@ -4,6 +4,10 @@
 
 #include <QStringList>
 
+#include "spaces/SpaceItem.h"
+
+#include <optional>
+
 class SpacesViewModel;
 
 // `tillmora space ...`: the Spaces list, switching and editing. Runs in the
@@ -11,6 +15,8 @@ class SpacesViewModel;
 namespace SpaceCommands {
 // args follow the word "space".
 CommandResult run(const QStringList &args, SpacesViewModel &spaces);
+// A Space by id or by its exact name; a name two Spaces share is refused.
+std::optional<SpaceItem> findSpace(const SpacesViewModel &spaces, const QString &text, QString *error);
 // Whether the sub-command only reads.
 bool readsOnly(const QStringList &args);
 }

@@ -3,6 +3,7 @@
 #include "cli/DefaultsCommand.h"
 #include "cli/LayoutCommands.h"
 #include "cli/SpaceCommands.h"
+#include "cli/ThemeCommands.h"
 #include "cli/WorkflowCommands.h"
 
 namespace Verbs {
@@ -123,7 +124,14 @@ const QList<Verb> kVerbs{
      "  space delete ID            Its settings and files go with it.\n"
      "  space auto-switch --at 2026-11-23T09:30 [--json]\n"
      "                             The Space the rules would pick then, or 'none'.\n",
-     true, true, false, O::None, nullptr, nullptr, nullptr, SpaceCommands::run},
+     true, true, false, O::None, nullptr, nullptr, nullptr, SpaceCommands::run, SpaceCommands::readsOnly},
+    {"theme", "", S::Spaces, "theme export|inspect|import ...",
+     "  theme export ID|NAME [FILE] A Space as one .tillmoratheme file (default: its\n"
+     "                             name in this folder); prints the path and size.\n"
+     "  theme inspect FILE [--json] What a package holds; changes nothing.\n"
+     "  theme import FILE [--folders keep-mine|use-theme] [--switch] [--again]\n"
+     "                             Adds the package as a new Space; prints its id.\n",
+     true, true, false, O::None, nullptr, nullptr, ThemeCommands::run, nullptr, ThemeCommands::readsOnly},
 
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.
@@ -150,8 +158,8 @@ const QList<Verb> &all() { return kVerbs; }
 
 bool changes(const Verb &verb, const QStringList &args)
 {
-    if (verb.spaces)
-        return !SpaceCommands::readsOnly(args.mid(1));
+    if (verb.readsOnly)
+        return !verb.readsOnly(args.mid(1));
     return verb.changesLayout;
 }
 

@@ -46,6 +46,8 @@ struct Verb {
     LocalHandler local;
     ContextHandler withContext = nullptr;
     SpacesHandler spaces = nullptr;
+    // For verbs whose sub-commands differ: whether these (after the verb) only read.
+    bool (*readsOnly)(const QStringList &args) = nullptr;
 };
 
 const QList<Verb> &all();

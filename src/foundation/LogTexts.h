@@ -165,4 +165,9 @@ inline constexpr char kRecoveredHiddenApps[] = "Recovered %ld hidden app(s) from
 inline constexpr char kRecoveredWallpaper[] = "Recovered missing active Space wallpaper from standard path.";
 inline constexpr char kRecoverWallpaperFailed[] = "Failed to recover missing active Space wallpaper: %s";
 
+// Theme packages
+inline constexpr char kExportedTheme[] = "Exported theme %s: %lld bytes";
+inline constexpr char kThemeUnzipFailed[] = "Theme unzip failed: %s";
+inline constexpr char kImportedTheme[] = "Imported theme '%s': %ld/%ld apps matched, %ld icons pending";
+
 }

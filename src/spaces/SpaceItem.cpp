@@ -131,10 +131,19 @@ QJsonObject SpaceItem::toJson() const
     if (specialSpaceKind)
         json.insert(QLatin1String("specialSpaceKind"), *specialSpaceKind);
     if (specialOptions)
-        json.insert(QLatin1String("specialOptions"), QJsonObject{{"music", specialOptions->music},
-                                                                  {"decorations", specialOptions->decorations},
-                                                                  {"ambientEffects", specialOptions->ambientEffects}});
+        json.insert(QLatin1String("specialOptions"), specialOptions->toJson());
     return json;
+}
+
+QJsonObject SpecialSpaceOptions::toJson() const
+{
+    return {{"music", music}, {"decorations", decorations}, {"ambientEffects", ambientEffects}};
+}
+
+SpecialSpaceOptions SpecialSpaceOptions::fromJson(const QJsonObject &o)
+{
+    return {o.value(QLatin1String("music")).toBool(), o.value(QLatin1String("decorations")).toBool(),
+            o.value(QLatin1String("ambientEffects")).toBool()};
 }
 
 std::optional<SpaceItem> SpaceItem::fromJson(const QJsonObject &json, QString *error)
@@ -159,12 +168,8 @@ std::optional<SpaceItem> SpaceItem::fromJson(const QJsonObject &json, QString *e
         item.hotKeyModifiers = quint64(modifiers.toDouble());
     if (json.value(QLatin1String("specialSpaceKind")).isString())
         item.specialSpaceKind = json.value(QLatin1String("specialSpaceKind")).toString();
-    if (json.value(QLatin1String("specialOptions")).isObject()) {
-        const QJsonObject o = json.value(QLatin1String("specialOptions")).toObject();
-        item.specialOptions = SpecialSpaceOptions{o.value(QLatin1String("music")).toBool(),
-                                                  o.value(QLatin1String("decorations")).toBool(),
-                                                  o.value(QLatin1String("ambientEffects")).toBool()};
-    }
+    if (json.value(QLatin1String("specialOptions")).isObject())
+        item.specialOptions = SpecialSpaceOptions::fromJson(json.value(QLatin1String("specialOptions")).toObject());
     for (const QJsonValue &t : json.value(QLatin1String("triggers")).toArray()) {
         QString triggerError;
         const auto trigger = t.isObject() ? SpaceTrigger::fromJson(t.toObject(), &triggerError) : std::nullopt;

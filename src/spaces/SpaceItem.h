@@ -32,6 +32,8 @@ struct SpecialSpaceOptions {
     bool music = false;
     bool decorations = false;
     bool ambientEffects = false;
+    QJsonObject toJson() const;
+    static SpecialSpaceOptions fromJson(const QJsonObject &json);
     bool operator==(const SpecialSpaceOptions &) const = default;
 };
 

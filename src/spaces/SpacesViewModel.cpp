@@ -142,15 +142,20 @@ SpaceItem SpacesViewModel::createSpace(const QString &name, const QString &emoji
     space.iconBackgroundColor = color;
     space.createdAt = QDateTime::currentDateTimeUtc();
 
-    const QString assets = m_snapshots->assetFolder(space.id);
     QJsonObject snapshot;
     if (withCurrentSettings) {
         snapshot = m_snapshots->capture(*m_provider->activeStore());
-        m_snapshots->adoptFiles(snapshot, assets);
+        m_snapshots->adoptFiles(snapshot, m_snapshots->assetFolder(space.id));
     }
+    return addSpace(space, snapshot);
+}
+
+SpaceItem SpacesViewModel::addSpace(SpaceItem space, const QJsonObject &snapshot)
+{
+    space.isCurrent = false;
     m_repository->saveSnapshot(snapshot, space.id);
     // The suite is complete before the Space is ever opened.
-    m_snapshots->apply(snapshot, *m_provider->storeForSpace(space.id), assets);
+    m_snapshots->apply(snapshot, *m_provider->storeForSpace(space.id), m_snapshots->assetFolder(space.id));
     m_spaces.append(space);
     saveList();
     return space;

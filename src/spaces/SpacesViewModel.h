@@ -55,6 +55,9 @@ public:
     // Returns the new Space. Copies the current profile, or starts from the
     // default layout.
     SpaceItem createSpace(const QString &name, const QString &emoji, const QString &color, bool withCurrentSettings);
+    // Adds a Space made elsewhere (an imported theme) with its profile; its
+    // files are already in its asset folder.
+    SpaceItem addSpace(SpaceItem space, const QJsonObject &snapshot);
     // Replaces the stored Space of the same id. False (and the message id in
     // *errorKey) when its shortcut belongs to another Space.
     bool updateSpace(const SpaceItem &space, QString *errorKey = nullptr);

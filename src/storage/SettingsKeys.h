@@ -106,3 +106,9 @@ inline constexpr const char *kMigrationGesturePinchDone = "migration.gesturePinc
 inline constexpr const char *kMigrationShowOverFullscreenDone = "migration.showOverFullscreen.enableForAll.done";
 inline constexpr const char *kMigrationHideButtonDone = "migration.hideButton.disableForAll.done";
 }
+
+// Theme packages (standard store)
+namespace SettingsKeys {
+inline constexpr const char *kExportedThemeIds = "Theme_ExportedThemeIds_v1";
+inline constexpr const char *kImportedThemeIds = "Theme_ImportedThemeIds_v1";
+}
