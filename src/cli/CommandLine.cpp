@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QLoggingCategory>
 #include <QProcess>
@@ -123,6 +124,25 @@ CommandResult dataCommand(const Verbs::Verb &verb, const QStringList &args, cons
     return CommandResult::saved(result, saved, session.saveError());
 }
 
+CommandResult showLauncher()
+{
+    if (launcherRunning()) {
+        InstanceChannel::send(InstanceChannel::defaultSocketPath(), {{"command", "activate"}}, 2000);
+        return CommandResult::ok();
+    }
+    return overlayCommand(*Verbs::find({QStringLiteral("show")}), {QStringLiteral("show")});
+}
+
+int openPackage(const QString &file, const CataloguePlatform &catalogue)
+{
+    const QStringList args{QStringLiteral("theme"), QStringLiteral("import"), file};
+    const CommandResult imported = dataCommand(*Verbs::find(args), args, catalogue);
+    if (imported.exitCode != 0)
+        return finish(imported);
+    const CommandResult shown = showLauncher();
+    return finish({shown.exitCode, imported.out, imported.err + shown.err});
+}
+
 }
 
 bool startsLauncher(const QStringList &arguments)
@@ -144,7 +164,13 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
         QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false"));
 
-    const QStringList args = arguments.mid(1);
+    QStringList args = arguments.mid(1);
+    // What a file manager runs for a package: import it as a new Space and
+    // show the launcher with the news.
+    const bool openedPackage = args.size() == 1 && args.first().endsWith(QLatin1String(".tillmoratheme"), Qt::CaseInsensitive)
+                               && QFileInfo(args.first()).isFile();
+    if (openedPackage)
+        return openPackage(QFileInfo(args.first()).absoluteFilePath(), catalogue);
     const Verbs::Verb *verb = Verbs::find(args);
     if (verb && verb->local)
         return finish(verb->local(args.mid(1)));

@@ -140,6 +140,10 @@ CommandResult import(const QStringList &args, CommandContext &context)
         return CommandResult::failure(QStringLiteral("the theme could not be imported: %1").arg(error));
     if (switchNow)
         spaces.switchTo(result->space.id, true);
+    Q_EMIT spaces.themeImported(QStringLiteral("“%1” is a new Space: %2 of %3 apps are installed here.")
+                                    .arg(result->space.name)
+                                    .arg(result->matchedAppCount)
+                                    .arg(result->themeAppCount));
     return {0, Uuids::toText(result->space.id) + u'\n',
             QStringLiteral("%1 of %2 apps are installed here; %3 icons wait for their apps\n")
                 .arg(result->matchedAppCount)

@@ -91,6 +91,8 @@ Q_SIGNALS:
     void switchStarted();
     // After a switch, once the provider points at the new profile.
     void spaceDidSwitch();
+    // A theme package became a new Space; message says what came with it.
+    void themeImported(const QString &message);
 
 private:
     void saveList();

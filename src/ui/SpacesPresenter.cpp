@@ -16,6 +16,7 @@ void SpacesPresenter::setModel(SpacesViewModel *model)
     if (model) {
         connect(model, &SpacesViewModel::spacesChanged, this, &SpacesPresenter::spacesChanged);
         connect(model, &SpacesViewModel::activeSpaceChanged, this, &SpacesPresenter::activeSpaceChanged);
+        connect(model, &SpacesViewModel::themeImported, this, &SpacesPresenter::notice);
     }
     Q_EMIT spacesChanged();
     Q_EMIT activeSpaceChanged();

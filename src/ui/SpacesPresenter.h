@@ -64,6 +64,7 @@ Q_SIGNALS:
     void activeSpaceChanged();
     void editingChanged();
     void errorChanged();
+    void notice(const QString &text);
 
 private:
     void setError(const QString &error);
