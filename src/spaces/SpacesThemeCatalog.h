@@ -9,7 +9,7 @@
 // One theme package offered by the themes catalogue: a .tillmoratheme ZIP
 // file on the web with the size and checksum it must arrive with.
 struct SpacesCatalogTheme {
-    // Who made a part of the theme, for the credits line.
+    // Who made a piece of the theme, for the credits line.
     struct Credit {
         QString name;
         QString url;
