@@ -240,7 +240,6 @@ void SpacesThemeCatalogService::install(const SpacesCatalogTheme &theme, Importe
     run.importer = std::move(importer);
     run.progress = std::move(progress);
     run.done = std::move(done);
-
     run.serial = ++m_serial;
 
     // Refusals before any download still answer later, like the rest.
@@ -257,9 +256,9 @@ void SpacesThemeCatalogService::install(const SpacesCatalogTheme &theme, Importe
     const QUrl url = base.resolved(QUrl(theme.downloadURL));
     if (!isAllowedPackageURL(url))
         return refuseLater(CatalogError::invalidDownload, QStringLiteral("address not allowed: ") + url.toString());
-    run.limit = std::min(theme.fileSize + kSizeMargin, kMaxPackageBytes);
     if (theme.fileSize > kMaxPackageBytes)
         return refuseLater(CatalogError::invalidDownload, QStringLiteral("announced size too large"));
+    run.limit = std::min(theme.fileSize + kSizeMargin, kMaxPackageBytes);
 
     run.file = std::make_unique<QTemporaryFile>(QDir::tempPath() + QStringLiteral("/tillmora-theme-XXXXXX.tillmoratheme"));
     if (!run.file->open())
