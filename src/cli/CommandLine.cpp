@@ -6,6 +6,7 @@
 #include "cli/HeadlessSession.h"
 #include "storage/UserDefaultsStore.h"
 #include "cli/LayoutCommands.h"
+#include "cli/ThemeCommands.h"
 #include "cli/Verbs.h"
 
 #include <QCoreApplication>
@@ -172,6 +173,10 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
     if (openedPackage)
         return openPackage(QFileInfo(args.first()).absoluteFilePath(), catalogue);
     const Verbs::Verb *verb = Verbs::find(args);
+    if (verb && verb->withContext == ThemeCommands::run && ThemeCommands::isCatalogCommand(args.mid(1)))
+        return finish(ThemeCommands::runCatalog(args.mid(1), [&](const QStringList &importArgs) {
+            return dataCommand(*verb, importArgs, catalogue);
+        }));
     if (verb && verb->local)
         return finish(verb->local(args.mid(1)));
     if (verb && verb->overlay != Verbs::OverlayAction::None)

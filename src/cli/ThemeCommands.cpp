@@ -6,11 +6,16 @@
 #include "cli/Verbs.h"
 #include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
+#include "spaces/SpacesThemeCatalogService.h"
 #include "spaces/SpacesViewModel.h"
 #include "spaces/ThemeExporter.h"
 #include "spaces/ThemeImporter.h"
+#include "storage/UserDefaultsStore.h"
 
 #include <QDir>
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QUrl>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -151,6 +156,120 @@ CommandResult import(const QStringList &args, CommandContext &context)
                 .arg(result->pendingIconCount)};
 }
 
+}
+
+namespace {
+
+// "--url URL" out of args.
+std::optional<QUrl> takeUrl(QStringList &args, QString *error)
+{
+    const qsizetype at = args.indexOf(QStringLiteral("--url"));
+    if (at < 0)
+        return QUrl();
+    if (at + 1 >= args.size()) {
+        *error = QStringLiteral("--url needs an address");
+        return std::nullopt;
+    }
+    const QUrl url(args.at(at + 1), QUrl::StrictMode);
+    args.remove(at, 2);
+    if (!url.isValid() || url.scheme().isEmpty()) {
+        *error = QStringLiteral("'%1' is not an address").arg(url.toString());
+        return std::nullopt;
+    }
+    return url;
+}
+
+std::optional<SpacesThemeCatalog> loadCatalog(SpacesThemeCatalogService &service, QString *error)
+{
+    std::optional<SpacesThemeCatalog> loaded;
+    QEventLoop loop;
+    service.load([&](const std::optional<SpacesThemeCatalog> &catalog, const QString &why) {
+        loaded = catalog;
+        *error = why;
+        loop.quit();
+    });
+    loop.exec();
+    return loaded;
+}
+
+QJsonObject entryJson(const SpacesCatalogTheme &theme, bool installed)
+{
+    return {{"id", theme.id},           {"themeId", theme.themeId},   {"name", theme.name},
+            {"description", theme.description}, {"fileSize", theme.fileSize}, {"author", theme.author ? theme.author->name : QString()},
+            {"installed", installed}};
+}
+
+}
+
+bool isCatalogCommand(const QStringList &args)
+{
+    return args.value(0) == QLatin1String("catalog") || args.value(0) == QLatin1String("install");
+}
+
+CommandResult runCatalog(const QStringList &given, const std::function<CommandResult(const QStringList &)> &importPackage)
+{
+    QStringList args = given.mid(1);
+    const bool json = given.first() == QLatin1String("catalog") && args.removeAll(QStringLiteral("--json")) > 0;
+    QString error;
+    const auto url = takeUrl(args, &error);
+    if (!url)
+        return CommandResult::usage(error);
+    const bool listing = given.first() == QLatin1String("catalog");
+    if (listing ? !args.isEmpty() : args.size() != 1)
+        return CommandResult::usage(listing ? QStringLiteral("expected 'theme catalog [--url URL] [--json]'")
+                                            : QStringLiteral("expected 'theme install ENTRY_ID [--url URL]'"));
+    SpacesThemeCatalogService service(UserDefaultsStore::standard(), *url);
+    const auto catalog = loadCatalog(service, &error);
+    if (!catalog)
+        return CommandResult::failure(SpacesThemeCatalogService::message(SpacesThemeCatalogService::CatalogError::invalidCatalog));
+
+    if (listing) {
+        if (json) {
+            QJsonArray themes;
+            for (const SpacesCatalogTheme &theme : catalog->themes)
+                themes.append(entryJson(theme, service.isInstalled(theme)));
+            return CommandResult::ok(QString::fromUtf8(QJsonDocument(QJsonObject{{"themes", themes}}).toJson()));
+        }
+        QString out;
+        for (const SpacesCatalogTheme &theme : catalog->themes)
+            out += QStringLiteral("%1\t%2\t%3 KB\t%4%5\n")
+                       .arg(theme.id, theme.name)
+                       .arg((theme.fileSize + 1023) / 1024)
+                       .arg(theme.author ? theme.author->name : QString(), service.isInstalled(theme) ? QStringLiteral("\tinstalled") : QString());
+        return CommandResult::ok(out);
+    }
+
+    const SpacesCatalogTheme *theme = catalog->theme(args.first());
+    if (!theme)
+        return CommandResult::usage(QStringLiteral("no theme '%1' in the catalogue; see 'tillmora theme catalog'").arg(args.first()));
+    std::optional<SpacesThemeCatalogService::InstallResult> outcome;
+    CommandResult imported;
+    QEventLoop loop;
+    service.install(
+        *theme,
+        [&](const QString &file, QString *why) -> std::optional<QUuid> {
+            // Asked for by name: a theme installed before comes again.
+            imported = importPackage({QStringLiteral("theme"), QStringLiteral("import"), file, QStringLiteral("--again")});
+            if (imported.exitCode != 0) {
+                *why = imported.err.trimmed();
+                return std::nullopt;
+            }
+            return Uuids::fromText(imported.out.trimmed());
+        },
+        [](double) {},
+        [&](const SpacesThemeCatalogService::InstallResult &result) {
+            outcome = result;
+            loop.quit();
+        });
+    if (!outcome)
+        loop.exec();
+    if (!outcome->spaceId) {
+        // The importer's refusal is already worded for the user.
+        if (!outcome->error)
+            return {1, QString(), imported.err};
+        return CommandResult::failure(outcome->message);
+    }
+    return {0, imported.out, imported.err};
 }
 
 bool readsOnly(const QStringList &args)

@@ -125,12 +125,16 @@ const QList<Verb> kVerbs{
      "  space auto-switch --at 2026-11-23T09:30 [--json]\n"
      "                             The Space the rules would pick then, or 'none'.\n",
      true, true, false, O::None, nullptr, nullptr, nullptr, SpaceCommands::run, SpaceCommands::readsOnly},
-    {"theme", "", S::Spaces, "theme export|inspect|import ...",
+    {"theme", "", S::Spaces, "theme export|inspect|import|catalog|install ...",
      "  theme export ID|NAME [FILE] A Space as one .tillmoratheme file (default: its\n"
      "                             name in this folder); prints the path and size.\n"
      "  theme inspect FILE [--json] What a package holds; changes nothing.\n"
      "  theme import FILE [--folders keep-mine|use-theme] [--switch] [--again]\n"
-     "                             Adds the package as a new Space; prints its id.\n",
+     "                             Adds the package as a new Space; prints its id.\n"
+     "  theme catalog [--url URL] [--json]\n"
+     "                             The ready-made themes of the online catalogue.\n"
+     "  theme install ENTRY_ID [--url URL]\n"
+     "                             Download, verify and import one; prints the Space's id.\n",
      true, true, false, O::None, nullptr, nullptr, ThemeCommands::run, nullptr, ThemeCommands::readsOnly},
 
     // Raw settings: works on the stored values without loading the layout,
