@@ -189,6 +189,12 @@ std::optional<ArchiveError> writeArchive(const QString &folder, const QString &d
         archive_entry_set_mtime(entry.get(), info.lastModified().toSecsSinceEpoch(), 0);
         if (!info.isDir())
             archive_entry_set_size(entry.get(), info.size());
+        // Images are compressed already: deflating them again costs time
+        // and gains nothing; the JSON files shrink well.
+        if (info.suffix().compare(QLatin1String("json"), Qt::CaseInsensitive) == 0)
+            archive_write_zip_set_compression_deflate(a.get());
+        else
+            archive_write_zip_set_compression_store(a.get());
         if (archive_write_header(a.get(), entry.get()) != ARCHIVE_OK) {
             QFile::remove(part);
             return failed(archiveText(a.get()));
