@@ -92,6 +92,7 @@ int main(int argc, char **argv)
                          presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
                                                                      *root.appearanceRepo, root.appLauncher);
                          presenter->setSpaces(&controller->spaces());
+                         presenter->themes()->attach(&controller->spaces(), controller->layout(), &root);
                          presenter->attach({controller->workflows(), root.workflowLaunchService,
                                             root.systemFoldersService, root.systemFolderAssets,
                                             platform.fileChooser()});

@@ -134,14 +134,17 @@ CommandResult showLauncher()
     return overlayCommand(*Verbs::find({QStringLiteral("show")}), {QStringLiteral("show")});
 }
 
+// The launcher (started when it must be) asks the user about the package;
+// without a display to ask on, the package is imported as it is.
 int openPackage(const QString &file, const CataloguePlatform &catalogue)
 {
-    const QStringList args{QStringLiteral("theme"), QStringLiteral("import"), file};
-    const CommandResult imported = dataCommand(*Verbs::find(args), args, catalogue);
-    if (imported.exitCode != 0)
-        return finish(imported);
     const CommandResult shown = showLauncher();
-    return finish({shown.exitCode, imported.out, imported.err + shown.err});
+    if (shown.exitCode != 0 || !launcherRunning()) {
+        const QStringList args{QStringLiteral("theme"), QStringLiteral("import"), file};
+        return finish(dataCommand(*Verbs::find(args), args, catalogue));
+    }
+    const auto opened = forward({QStringLiteral("theme"), QStringLiteral("open"), file});
+    return finish(opened ? *opened : CommandResult::failure(QStringLiteral("the running launcher did not answer")));
 }
 
 }

@@ -272,10 +272,23 @@ CommandResult runCatalog(const QStringList &given, const std::function<CommandRe
     return {0, imported.out, imported.err};
 }
 
+// The launcher asks the user what to do with the package.
+CommandResult openInLauncher(const QStringList &args, CommandContext &context)
+{
+    if (args.size() != 1)
+        return CommandResult::usage(QStringLiteral("expected 'theme open FILE'"));
+    if (context.waitForLaunches)
+        return CommandResult::failure(QStringLiteral("no launcher runs to ask; use 'tillmora theme import FILE'"));
+    if (!QFileInfo(args.first()).isFile())
+        return CommandResult::failure(QStringLiteral("no file '%1'").arg(args.first()));
+    Q_EMIT context.composition.spacesViewModel->themeFileOpened(QFileInfo(args.first()).absoluteFilePath());
+    return CommandResult::ok();
+}
+
 bool readsOnly(const QStringList &args)
 {
     const QString sub = args.value(0);
-    return sub == QLatin1String("inspect") || sub == QLatin1String("catalog");
+    return sub == QLatin1String("inspect") || sub == QLatin1String("catalog") || sub == QLatin1String("open");
 }
 
 CommandResult run(const QStringList &args, CommandContext &context)
@@ -287,6 +300,8 @@ CommandResult run(const QStringList &args, CommandContext &context)
         return inspect(args.mid(1), context);
     if (sub == QLatin1String("import"))
         return import(args.mid(1), context);
+    if (sub == QLatin1String("open"))
+        return openInLauncher(args.mid(1), context);
     return CommandResult::usage(Verbs::expected("theme"));
 }
 

@@ -32,15 +32,19 @@ QString SpacesThemeCatalogViewModel::creditsText(const SpacesCatalogTheme &theme
 QVariantList SpacesThemeCatalogViewModel::themes() const
 {
     QVariantList out;
-    for (const SpacesCatalogTheme &theme : m_catalog.themes)
+    for (const SpacesCatalogTheme &theme : m_catalog.themes) {
+        // Previews come from where the catalogue lives, and over HTTPS only.
+        const QUrl screenshot = m_service->catalogURL().resolved(QUrl(theme.screenshotURL));
+        const bool showable = !theme.screenshotURL.isEmpty() && screenshot.scheme() == QLatin1String("https");
         out.append(QVariantMap{{"id", theme.id},
                                {"name", theme.name},
                                {"description", theme.description},
-                               {"screenshotURL", theme.screenshotURL},
+                               {"screenshotURL", showable ? screenshot.toString() : QString()},
                                {"fileSize", theme.fileSize},
                                {"author", theme.author ? theme.author->name : QString()},
                                {"credits", creditsText(theme)},
                                {"isInstalled", m_service->isInstalled(theme)}});
+    }
     return out;
 }
 

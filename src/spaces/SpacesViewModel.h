@@ -93,6 +93,9 @@ Q_SIGNALS:
     void spaceDidSwitch();
     // A theme package became a new Space; message says what came with it.
     void themeImported(const QString &message);
+    // A theme package was opened (from the file manager): the overlay asks
+    // what to do with it.
+    void themeFileOpened(const QString &file);
 
 private:
     void saveList();

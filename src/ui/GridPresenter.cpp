@@ -30,6 +30,7 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     connect(&m_workflows, &WorkflowsPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_systemFolders, &SystemFoldersPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_spaces, &SpacesPresenter::notice, this, &GridPresenter::showNotice);
+    connect(&m_themes, &ThemesPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_systemFolders, &SystemFoldersPresenter::opened, this, &GridPresenter::hide);
     m_noticeTimer.setSingleShot(true);
     m_noticeTimer.setInterval(kNoticeMs);

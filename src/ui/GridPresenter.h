@@ -10,6 +10,7 @@
 #include "ui/SearchPresenter.h"
 #include "ui/SpacesPresenter.h"
 #include "ui/SystemFoldersPresenter.h"
+#include "ui/ThemesPresenter.h"
 #include "ui/WorkflowsPresenter.h"
 
 #include <QObject>
@@ -43,6 +44,7 @@ class GridPresenter : public QObject {
     Q_PROPERTY(ActivationPresenter *activation READ activation CONSTANT)
     Q_PROPERTY(DragController *drag READ drag CONSTANT)
     Q_PROPERTY(SpacesPresenter *spaces READ spaces CONSTANT)
+    Q_PROPERTY(ThemesPresenter *themes READ themes CONSTANT)
     Q_PROPERTY(WorkflowsPresenter *workflows READ workflows CONSTANT)
     Q_PROPERTY(SystemFoldersPresenter *systemFolders READ systemFolders CONSTANT)
     Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
@@ -61,6 +63,7 @@ public:
     ActivationPresenter *activation() { return &m_activation; }
     DragController *drag() { return &m_drag; }
     SpacesPresenter *spaces() { return &m_spaces; }
+    ThemesPresenter *themes() { return &m_themes; }
     // The Spaces the strip shows; a switch ends what was half done on the
     // old grid (a drag, an open folder, a search).
     void setSpaces(SpacesViewModel *spaces);
@@ -112,6 +115,7 @@ private:
     FolderPresenter m_folder;
     DragController m_drag;
     SpacesPresenter m_spaces;
+    ThemesPresenter m_themes;
     WorkflowsPresenter m_workflows;
     SystemFoldersPresenter m_systemFolders;
     bool m_hasBackdrop = false;

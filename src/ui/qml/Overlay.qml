@@ -84,6 +84,7 @@ FocusScope {
         anchors.leftMargin: overlay.gridMargin
         onEditRequested: (id) => spaceEditor.edit(id)
         onCreateRequested: spaceEditor.create()
+        onThemesRequested: themesPanel.show()
     }
 
     PagesView {
@@ -179,6 +180,7 @@ FocusScope {
             onTriggered: overlay.presenter.workflows.create()
         }
         MenuItem { text: qsTr("New Space…"); onTriggered: spaceEditor.create() }
+        MenuItem { text: qsTr("Themes…"); onTriggered: themesPanel.show() }
         onClosed: overlay.restoreFocus()
     }
     RenameDialog {
@@ -199,6 +201,15 @@ FocusScope {
     SpaceEditor {
         id: spaceEditor
         spaces: overlay.presenter.spaces
+        onClosed: overlay.restoreFocus()
+    }
+    ThemesPanel {
+        id: themesPanel
+        themes: overlay.presenter.themes
+        onClosed: overlay.restoreFocus()
+    }
+    ThemeImportDialog {
+        themes: overlay.presenter.themes
         onClosed: overlay.restoreFocus()
     }
 

@@ -11,6 +11,7 @@ Row {
     required property SpacesPresenter spaces
     signal editRequested(string id)
     signal createRequested()
+    signal themesRequested()
 
     spacing: 8
     visible: spaces.available
@@ -77,5 +78,12 @@ Row {
         emoji: "+"
         name: qsTr("New Space…")
         onActivated: strip.createRequested()
+    }
+    Chip {
+        objectName: "themesChip"
+        spaceId: "themes"
+        emoji: "🎨"
+        name: qsTr("Themes…")
+        onActivated: strip.themesRequested()
     }
 }
