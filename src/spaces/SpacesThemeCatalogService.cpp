@@ -115,6 +115,18 @@ SpacesThemeCatalogService::SpacesThemeCatalogService(std::shared_ptr<UserDefault
     }
 }
 
+void SpacesThemeCatalogService::trustEnvironmentCertificates()
+{
+    const QString extra = qEnvironmentVariable("SSL_CERT_FILE");
+    const QList<QSslCertificate> certificates =
+        extra.isEmpty() ? QList<QSslCertificate>() : QSslCertificate::fromPath(extra, QSsl::Pem);
+    if (certificates.isEmpty())
+        return;
+    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
+    configuration.setCaCertificates(QSslConfiguration::systemCaCertificates() + certificates);
+    QSslConfiguration::setDefaultConfiguration(configuration);
+}
+
 SpacesThemeCatalogService::~SpacesThemeCatalogService()
 {
     if (m_catalogReply) {

@@ -75,6 +75,9 @@ public:
 
     QUrl catalogURL() const;
     static bool isAllowedPackageURL(const QUrl &url);
+    // Makes the certificates of SSL_CERT_FILE trusted by every connection of
+    // the process (the panel's previews load through Qt Quick's own access).
+    static void trustEnvironmentCertificates();
     // Whether this exact package (same checksum) was installed before.
     bool isInstalled(const SpacesCatalogTheme &theme) const;
     // The catalogue entry a Space was installed from, if any.

@@ -23,6 +23,7 @@ void ThemesPresenter::attach(SpacesViewModel *spaces, LaunchpadViewModel *layout
     m_composition = composition;
     connect(spaces, &SpacesViewModel::spacesChanged, this, &ThemesPresenter::mySpacesChanged);
     connect(spaces, &SpacesViewModel::themeFileOpened, this, &ThemesPresenter::openPackage);
+    SpacesThemeCatalogService::trustEnvironmentCertificates();
     auto service = std::make_shared<SpacesThemeCatalogService>(composition->userDefaultsStore);
     // A theme installed from the catalogue was asked for by name: it is
     // imported with its own folders, and the user is then asked to switch.
@@ -33,7 +34,7 @@ void ThemesPresenter::attach(SpacesViewModel *spaces, LaunchpadViewModel *layout
                 *error = failure->message();
                 return std::nullopt;
             }
-            m_inspection = std::get<ThemeImporter::Inspection>(std::move(inspected));
+            takeInspection(std::get<ThemeImporter::Inspection>(std::move(inspected)));
             importWith(ThemeImporter::FolderChoice::useTheme);
             return m_importedId.isEmpty() ? std::nullopt : Uuids::fromText(m_importedId);
         });
@@ -76,7 +77,16 @@ void ThemesPresenter::openPackage(const QString &file)
         setStage(QStringLiteral("failed"));
         return;
     }
-    m_inspection = std::get<ThemeImporter::Inspection>(std::move(inspected));
+    takeInspection(std::get<ThemeImporter::Inspection>(std::move(inspected)));
+    if (m_inspection->alreadyImported)
+        setStage(QStringLiteral("duplicate"));
+    else
+        importAgain();
+}
+
+void ThemesPresenter::takeInspection(ThemeImporter::Inspection inspection)
+{
+    m_inspection = std::move(inspection);
     const ThemeManifest &manifest = m_inspection->manifest;
     m_package = {{"name", manifest.name},
                  {"emoji", manifest.emoji},
@@ -84,10 +94,6 @@ void ThemesPresenter::openPackage(const QString &file)
                  {"summary", tr("%1 of %2 apps are installed here.")
                                  .arg(m_inspection->matchedAppCount)
                                  .arg(m_inspection->themeAppCount)}};
-    if (m_inspection->alreadyImported)
-        setStage(QStringLiteral("duplicate"));
-    else
-        importAgain();
 }
 
 void ThemesPresenter::importAgain()

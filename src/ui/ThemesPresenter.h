@@ -71,6 +71,7 @@ Q_SIGNALS:
 private:
     void setStage(const QString &stage);
     void importWith(ThemeImporter::FolderChoice choice);
+    void takeInspection(ThemeImporter::Inspection inspection);
     ThemeImporter importer() const;
 
     QPointer<SpacesViewModel> m_spaces;

@@ -116,15 +116,32 @@ Popup {
                                 Layout.fillWidth: true
                                 font.pixelSize: 12
                                 text: [Math.max(1, Math.round(card.modelData.fileSize / 1024)) + " KB",
+                                       card.modelData.author.length > 0 ? qsTr("by %1").arg(card.modelData.author) : "",
                                        card.modelData.credits].filter(t => t.length > 0).join("  ·  ")
                             }
                             RowLayout {
                                 visible: card.downloading
                                 spacing: 8
                                 ProgressBar {
+                                    id: progress
+                                    objectName: "installProgress"
                                     Layout.fillWidth: true
                                     from: 0; to: 1
                                     value: panel.catalog.downloadProgress
+                                    background: Rectangle {
+                                        implicitHeight: 6
+                                        radius: 3
+                                        color: Qt.rgba(1, 1, 1, 0.12)
+                                    }
+                                    contentItem: Item {
+                                        implicitHeight: 6
+                                        Rectangle {
+                                            width: progress.visualPosition * parent.width
+                                            height: parent.height
+                                            radius: 3
+                                            color: Qt.rgba(0.36, 0.5, 1, 1)
+                                        }
+                                    }
                                 }
                                 Quiet { text: panel.catalog.installingText; font.pixelSize: 12 }
                             }
