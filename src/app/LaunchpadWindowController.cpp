@@ -62,6 +62,8 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
         if (!m_layout->isLoading() && !m_layout->apps().isEmpty() && seen != m_cachedApps) {
             m_cachedApps = seen;
             CatalogueCache::save(cache, m_cachedApps);
+            // A newly installed app may be one an imported theme has an icon for.
+            spaces().adoptPendingIcons(m_layout->apps());
         }
     });
     // An install or removal reloads the catalogue and reconciles the grid.

@@ -9,6 +9,7 @@
 #include "spaces/SpacesAutoSwitchService.h"
 #include "spaces/SpacesRepository.h"
 #include "spaces/SpacesSnapshotService.h"
+#include "spaces/ThemeImporter.h"
 #include "storage/UserDefaultsStore.h"
 
 #include <QDir>
@@ -273,6 +274,22 @@ void SpacesViewModel::refreshSnapshots()
     for (const SpaceItem &s : std::as_const(m_spaces))
         if (s.id != activeSpaceId())
             m_repository->saveSnapshot(m_snapshots->capture(*m_provider->storeForSpace(s.id)), s.id);
+}
+
+void SpacesViewModel::adoptPendingIcons(const QList<AppItem> &installed)
+{
+    bool changedOther = false;
+    for (const SpaceItem &s : std::as_const(m_spaces)) {
+        if (ThemeImporter::applyPendingIcons(m_snapshots->assetFolder(s.id), *m_provider->storeForSpace(s.id),
+                                             installed) == 0)
+            continue;
+        if (s.id == activeSpaceId())
+            saveSnapshotIfChanged(s.id, false);
+        else
+            changedOther = true;
+    }
+    if (changedOther)
+        refreshSnapshots();
 }
 
 void SpacesViewModel::switchToSpace(const QString &id)

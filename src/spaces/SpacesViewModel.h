@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/GridRecords.h"
 #include "spaces/SpaceItem.h"
 
 #include <QJsonObject>
@@ -75,6 +76,9 @@ public:
     // workflow goes to every Space) into their snapshots, so a switch there
     // does not bring back the old profile.
     void refreshSnapshots();
+    // Gives the icons imported themes keep for apps not installed to those
+    // apps once they are (called after each catalogue scan).
+    void adoptPendingIcons(const QList<AppItem> &installed);
 
     // Takes in a list or active Space another process stored.
     void reload();

@@ -305,6 +305,45 @@ std::optional<ThemeImporter::Result> ThemeImporter::importTheme(const Inspection
     return result;
 }
 
+int ThemeImporter::applyPendingIcons(const QString &assetFolder, UserDefaultsStoreType &suite,
+                                     const QList<AppItem> &installed)
+{
+    const QString file = QDir(assetFolder).filePath(QLatin1String(kPendingIconsFile));
+    if (!QFileInfo::exists(file))
+        return 0;
+    const auto pending = readObject(file);
+    if (!pending)
+        return 0;
+    const ThemeAppMatcher matcher(installed, pending->keys(), *pending);
+    const QString key = QLatin1String(SettingsKeys::kCustomAppIcons);
+    QJsonObject icons = QJsonDocument::fromJson(suite.data(key).value_or(QByteArray())).object();
+    QJsonObject waiting;
+    int applied = 0;
+    for (auto it = pending->begin(); it != pending->end(); ++it) {
+        const auto local = matcher.localPath(it.key());
+        // An icon the user chose here since wins over the theme's.
+        if (local && !icons.contains(*local)) {
+            icons.insert(*local, it.value().toObject().value(QLatin1String("icon")));
+            ++applied;
+        } else if (!local) {
+            waiting.insert(it.key(), it.value());
+        }
+    }
+    if (applied == 0)
+        return 0;
+    suite.set(QJsonDocument(icons).toJson(QJsonDocument::Compact), key);
+    if (waiting.isEmpty()) {
+        QFile::remove(file);
+    } else {
+        QSaveFile out(file);
+        if (out.open(QIODevice::WriteOnly)) {
+            out.write(QJsonDocument(waiting).toJson());
+            out.commit();
+        }
+    }
+    return applied;
+}
+
 QJsonArray ThemeSlotFiller::fill(const QJsonArray &slots, QList<PlacementEntry> entries)
 {
     QCollator collator;

@@ -17,6 +17,7 @@ class FileSystemStore;
 class SpaceStorageProvider;
 class SpacesSnapshotService;
 class SpacesViewModel;
+class UserDefaultsStoreType;
 
 // Reading a theme package (inspect: nothing changes) and adding it as a new
 // Space (import). A package may come from anyone: see ThemePackageLayout for
@@ -75,6 +76,11 @@ public:
                                               const ThemePackageLayout::Limits &limits = {}) const;
     std::optional<Result> importTheme(const Inspection &inspection, FolderChoice choice,
                                       const QList<AppItem> &installed, SpacesViewModel &spaces, QString *error);
+
+    // Gives the waiting icons of the Space whose files are in assetFolder to
+    // those of their apps that are installed now; returns how many.
+    static int applyPendingIcons(const QString &assetFolder, UserDefaultsStoreType &suite,
+                                 const QList<AppItem> &installed);
 
     // The theme's folders with only the apps found here; a folder left
     // with nothing in it is removed.

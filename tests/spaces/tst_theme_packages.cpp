@@ -353,6 +353,14 @@ private Q_SLOTS:
         QVERIFY(widget["settings"]["backgroundImagePath"].toString().startsWith(assets));
         const QJsonObject pending = QJsonDocument::fromJson(bytesOf(assets + "/PendingIcons.json")).object();
         QCOMPARE(pending.keys(), QStringList{mine[3].path});
+        // Once the app turns up here (under its own id), its icon is given.
+        const AppItem arrived = app(there + "org.example.OnlyHere.desktop", "Only Here", "org.example.OnlyHere.desktop");
+        QCOMPARE(ThemeImporter::applyPendingIcons(assets, *imported, theirs), 0);
+        QCOMPARE(ThemeImporter::applyPendingIcons(assets, *imported, theirs + QList<AppItem>{arrived}), 1);
+        const QJsonObject adopted =
+            QJsonDocument::fromJson(*imported->data(QLatin1String(SettingsKeys::kCustomAppIcons))).object();
+        QCOMPARE(bytesOf(adopted.value(arrived.path)["imagePath"].toString()), bytesOf(icon));
+        QVERIFY(!QFile::exists(assets + "/PendingIcons.json"));
 
         QCOMPARE(friendly.main->stringList(QLatin1String(SettingsKeys::kImportedThemeIds)),
                  QStringList{Uuids::toText(summary->themeId)});
