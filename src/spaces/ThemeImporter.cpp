@@ -62,6 +62,20 @@ ThemeImporter::Failure invalid(const QString &detail)
 
 }
 
+QString themeAlertName(ThemeAlertKind kind)
+{
+    switch (kind) {
+    case ThemeAlertKind::exportConfirm: return QStringLiteral("exportConfirm");
+    case ThemeAlertKind::outdated: return QStringLiteral("outdated");
+    case ThemeAlertKind::duplicate: return QStringLiteral("duplicate");
+    case ThemeAlertKind::folderChoice: return QStringLiteral("folderChoice");
+    case ThemeAlertKind::imported: return QStringLiteral("imported");
+    case ThemeAlertKind::invalidPackage: return QStringLiteral("invalidPackage");
+    case ThemeAlertKind::exportFailed: return QStringLiteral("exportFailed");
+    }
+    return {};
+}
+
 QString ThemeImporter::outdatedText(const QString &appVersion)
 {
     return QStringLiteral("This theme was created in Tillmora ") + appVersion + u'.';

@@ -19,6 +19,10 @@ class SpacesSnapshotService;
 class SpacesViewModel;
 class UserDefaultsStoreType;
 
+// The alerts of exporting and importing, as the overlay raises them.
+enum class ThemeAlertKind { exportConfirm, outdated, duplicate, folderChoice, imported, invalidPackage, exportFailed };
+QString themeAlertName(ThemeAlertKind kind);
+
 // Reading a theme package (inspect: nothing changes) and adding it as a new
 // Space (import). A package may come from anyone: see ThemePackageLayout for
 // what extraction refuses.

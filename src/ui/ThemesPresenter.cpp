@@ -58,9 +58,9 @@ QString ThemesPresenter::text(const QString &messageId) const
     return SpaceTexts::text(messageId.toUtf8().constData());
 }
 
-void ThemesPresenter::setStage(const QString &stage)
+void ThemesPresenter::raise(std::optional<ThemeAlertKind> alert)
 {
-    m_stage = stage;
+    m_stage = alert ? themeAlertName(*alert) : QString();
     Q_EMIT importChanged();
 }
 
@@ -74,14 +74,21 @@ void ThemesPresenter::openPackage(const QString &file)
     auto inspected = importer().inspect(file, m_layout->apps());
     if (const auto *failure = std::get_if<ThemeImporter::Failure>(&inspected)) {
         m_package.insert(QStringLiteral("error"), failure->message());
-        setStage(QStringLiteral("failed"));
+        raise(failure->error == ThemeImporter::ImportError::requiresNewerApp ? ThemeAlertKind::outdated
+                                                                          : ThemeAlertKind::invalidPackage);
         return;
     }
     takeInspection(std::get<ThemeImporter::Inspection>(std::move(inspected)));
     if (m_inspection->alreadyImported)
-        setStage(QStringLiteral("duplicate"));
+        raise(ThemeAlertKind::duplicate);
     else
         importAgain();
+}
+
+QString ThemesPresenter::appsSummary(int matched, int total) const
+{
+    // A theme that places no apps (only a look) has nothing to count.
+    return total == 0 ? QString() : tr("%1 of %2 apps are installed here.").arg(matched).arg(total);
 }
 
 void ThemesPresenter::takeInspection(ThemeImporter::Inspection inspection)
@@ -91,25 +98,22 @@ void ThemesPresenter::takeInspection(ThemeImporter::Inspection inspection)
     m_package = {{"name", manifest.name},
                  {"emoji", manifest.emoji},
                  {"color", manifest.iconBackgroundColor},
-                 {"summary", tr("%1 of %2 apps are installed here.")
-                                 .arg(m_inspection->matchedAppCount)
-                                 .arg(m_inspection->themeAppCount)}};
+                 {"summary", appsSummary(m_inspection->matchedAppCount, m_inspection->themeAppCount)}};
 }
 
 void ThemesPresenter::importAgain()
 {
-    if (m_inspection)
-        setStage(m_inspection->foldersDiffer ? QStringLiteral("folderChoice") : QStringLiteral("confirm"));
+    if (!m_inspection)
+        return;
+    if (m_inspection->foldersDiffer)
+        raise(ThemeAlertKind::folderChoice);
+    else
+        importWith(ThemeImporter::FolderChoice::useTheme);
 }
 
 void ThemesPresenter::chooseFolders(bool keepMine)
 {
     importWith(keepMine ? ThemeImporter::FolderChoice::keepMine : ThemeImporter::FolderChoice::useTheme);
-}
-
-void ThemesPresenter::confirmImport()
-{
-    importWith(ThemeImporter::FolderChoice::useTheme);
 }
 
 void ThemesPresenter::importWith(ThemeImporter::FolderChoice choice)
@@ -121,14 +125,12 @@ void ThemesPresenter::importWith(ThemeImporter::FolderChoice choice)
     m_inspection.reset(); // the unpacked package goes now
     if (!result) {
         m_package.insert(QStringLiteral("error"), tr("The theme could not be imported: %1").arg(error));
-        setStage(QStringLiteral("failed"));
+        raise(ThemeAlertKind::invalidPackage);
         return;
     }
     m_importedId = Uuids::toText(result->space.id);
-    m_package.insert(QStringLiteral("summary"), tr("%1 of %2 apps are installed here.")
-                                                     .arg(result->matchedAppCount)
-                                                     .arg(result->themeAppCount));
-    setStage(QStringLiteral("imported"));
+    m_package.insert(QStringLiteral("summary"), appsSummary(result->matchedAppCount, result->themeAppCount));
+    raise(ThemeAlertKind::imported);
 }
 
 void ThemesPresenter::switchToImported()
@@ -142,7 +144,14 @@ void ThemesPresenter::closeImport()
 {
     m_inspection.reset();
     m_importedId.clear();
-    setStage(QString());
+    m_exportingId.clear();
+    raise(std::nullopt);
+}
+
+QString ThemesPresenter::exportFolder() const
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return documents.isEmpty() || !QDir().mkpath(documents) ? QDir::homePath() : documents;
 }
 
 void ThemesPresenter::exportSpace(const QString &id)
@@ -151,9 +160,23 @@ void ThemesPresenter::exportSpace(const QString &id)
     const auto space = spaceId && m_spaces ? m_spaces->space(*spaceId) : std::nullopt;
     if (!space)
         return;
-    QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    if (folder.isEmpty() || !QDir().mkpath(folder))
-        folder = QDir::homePath();
+    m_exportingId = id;
+    m_package = {{"name", space->name},
+                 {"emoji", space->emoji},
+                 {"color", space->iconBackgroundColor},
+                 {"summary", tr("The package holds its grid, folders, look, wallpaper and icons, and is saved in %1.")
+                                 .arg(QDir::toNativeSeparators(exportFolder()))}};
+    raise(ThemeAlertKind::exportConfirm);
+}
+
+void ThemesPresenter::confirmExport()
+{
+    const auto spaceId = Uuids::fromText(m_exportingId);
+    const auto space = spaceId && m_spaces ? m_spaces->space(*spaceId) : std::nullopt;
+    m_exportingId.clear();
+    if (!space)
+        return closeImport();
+    const QString folder = exportFolder();
     // Never over an earlier export the user may have shared already.
     const QFileInfo base(QDir(folder).filePath(ThemePackageLayout::packageFileName(space->name)));
     QString destination = base.filePath();
@@ -165,9 +188,11 @@ void ThemesPresenter::exportSpace(const QString &id)
                                        m_composition->spaceStorageProvider)
                              .exportSpace(*space, destination, m_layout->apps(), &error);
     if (!summary) {
-        Q_EMIT notice(tr("“%1” could not be exported: %2").arg(space->name, error));
+        m_package.insert(QStringLiteral("error"), tr("“%1” could not be exported: %2").arg(space->name, error));
+        raise(ThemeAlertKind::exportFailed);
         return;
     }
+    raise(std::nullopt);
     Q_EMIT notice(tr("Saved “%1” in %2 (%3 KB).")
                       .arg(QFileInfo(summary->fileURL).fileName(), QDir::toNativeSeparators(folder))
                       .arg((summary->byteSize + 1023) / 1024));

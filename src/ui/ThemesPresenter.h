@@ -34,10 +34,11 @@ class ThemesPresenter : public QObject {
     Q_PROPERTY(SpacesThemeCatalogViewModel *catalog READ catalog NOTIFY availableChanged)
     // Each: {id, name, emoji, color}.
     Q_PROPERTY(QVariantList mySpaces READ mySpaces NOTIFY mySpacesChanged)
-    // Where an import stands: "" (none), "duplicate", "folderChoice",
-    // "confirm", "imported" or "failed".
+    // The alert up, by its kind's name ("duplicate", "folderChoice",
+    // "imported", "outdated", "invalidPackage", "exportConfirm",
+    // "exportFailed"), or "" for none.
     Q_PROPERTY(QString stage READ stage NOTIFY importChanged)
-    // {name, emoji, color, summary, error} of the package being imported.
+    // {name, emoji, color, summary, error} of the package or Space it is about.
     Q_PROPERTY(QVariantMap package READ package NOTIFY importChanged)
 public:
     explicit ThemesPresenter(QObject *parent = nullptr);
@@ -55,11 +56,12 @@ public:
     Q_INVOKABLE void openPackage(const QString &file);
     Q_INVOKABLE void importAgain();
     Q_INVOKABLE void chooseFolders(bool keepMine);
-    Q_INVOKABLE void confirmImport();
     Q_INVOKABLE void switchToImported();
     Q_INVOKABLE void closeImport();
-    // Writes the Space's package into the Documents folder and says where.
+    // Asks, then writes the Space's package into the Documents folder and
+    // says where.
     Q_INVOKABLE void exportSpace(const QString &id);
+    Q_INVOKABLE void confirmExport();
     Q_INVOKABLE QString text(const QString &messageId) const;
 
 Q_SIGNALS:
@@ -69,7 +71,9 @@ Q_SIGNALS:
     void notice(const QString &text);
 
 private:
-    void setStage(const QString &stage);
+    void raise(std::optional<ThemeAlertKind> alert);
+    QString exportFolder() const;
+    QString appsSummary(int matched, int total) const;
     void importWith(ThemeImporter::FolderChoice choice);
     void takeInspection(ThemeImporter::Inspection inspection);
     ThemeImporter importer() const;
@@ -80,6 +84,7 @@ private:
     std::unique_ptr<SpacesThemeCatalogViewModel> m_catalog;
     std::optional<ThemeImporter::Inspection> m_inspection;
     QString m_importedId;
+    QString m_exportingId;
     QString m_stage;
     QVariantMap m_package;
 };

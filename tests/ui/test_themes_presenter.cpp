@@ -2,6 +2,7 @@
 // answers that make it a Space, a refusal in words, and switching to it.
 #include "app/CompositionRoot.h"
 #include "common/TempEnvironment.h"
+#include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
 #include "spaces/SpacesViewModel.h"
 #include "spaces/ThemeExporter.h"
@@ -30,31 +31,23 @@ private Q_SLOTS:
 
         ThemesPresenter themes;
         themes.attach(&spaces, &layout, &root);
-        // Opened from the file manager: the overlay asks before anything changes.
+        // Opened from the file manager: with nothing to ask, it becomes a
+        // Space, and switching is offered.
         Q_EMIT spaces.themeFileOpened(package);
-        QCOMPARE(themes.stage(), QStringLiteral("confirm"));
-        QCOMPARE(themes.package().value("name").toString(), QStringLiteral("Work"));
-        QCOMPARE(spaces.spaceItems().size(), 1);
-        themes.closeImport();
-        QCOMPARE(spaces.spaceItems().size(), 1);
-
-        themes.openPackage(package);
-        themes.confirmImport();
         QCOMPARE(themes.stage(), QStringLiteral("imported"));
+        QCOMPARE(themes.package().value("name").toString(), QStringLiteral("Work"));
         QCOMPARE(spaces.spaceItems().size(), 2);
         const QUuid imported = spaces.spaceItems().last().id;
 
         // The same theme again is a question of its own; answering it goes on.
         themes.openPackage(package);
         QCOMPARE(themes.stage(), QStringLiteral("duplicate"));
-        themes.importAgain();
-        QCOMPARE(themes.stage(), QStringLiteral("confirm"));
         themes.closeImport();
         QCOMPARE(spaces.spaceItems().size(), 2);
 
         themes.openPackage(package);
         themes.importAgain();
-        themes.confirmImport();
+        QCOMPARE(themes.stage(), QStringLiteral("imported"));
         themes.switchToImported();
         QCOMPARE(themes.stage(), QString());
         QVERIFY(spaces.activeSpaceId() && *spaces.activeSpaceId() != imported);
@@ -65,10 +58,22 @@ private Q_SLOTS:
         junk.write("nothing like a zip");
         junk.close();
         themes.openPackage(junk.fileName());
-        QCOMPARE(themes.stage(), QStringLiteral("failed"));
+        QCOMPARE(themes.stage(), QStringLiteral("invalidPackage"));
         QCOMPARE(themes.package().value("error").toString(),
                  QStringLiteral("The file is damaged or is not a Tillmora theme."));
         QCOMPARE(spaces.spaceItems().size(), 3);
+
+        // Export asks first, then never writes over an earlier package.
+        QSignalSpy notices(&themes, &ThemesPresenter::notice);
+        for (int i = 0; i < 2; ++i) {
+            themes.exportSpace(Uuids::toText(work.id));
+            QCOMPARE(themes.stage(), QStringLiteral("exportConfirm"));
+            themes.confirmExport();
+            QCOMPARE(themes.stage(), QString());
+        }
+        QCOMPARE(notices.size(), 2);
+        QVERIFY(QFile::exists(env.path(QStringLiteral("home/Documents/Work.tillmoratheme"))));
+        QVERIFY(QFile::exists(env.path(QStringLiteral("home/Documents/Work 2.tillmoratheme"))));
     }
 };
 

@@ -283,6 +283,7 @@ FocusScope {
             renameDialog.close()
             hiddenDialog.close()
             spaceEditor.close()
+            themesPanel.close()
             overlay.presenter.workflows.cancel()
             overlay.forceActiveFocus()
         }

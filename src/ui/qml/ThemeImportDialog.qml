@@ -5,9 +5,9 @@ import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
 
-// The questions of a theme import, one at a time: a theme imported before,
-// folders that differ from the user's, and whether to switch to the new
-// Space. Open while the presenter has a stage.
+// The alerts of sharing themes, one at a time: before an export, a theme
+// imported before, folders that differ from the user's, whether to switch to
+// the new Space, and refusals in words. Open while the presenter has one.
 Popup {
     id: dialog
     required property ThemesPresenter themes
@@ -15,6 +15,7 @@ Popup {
     readonly property var pkg: themes.package
 
     objectName: "themeImportDialog"
+    focus: true
     anchors.centerIn: parent
     modal: true
     closePolicy: Popup.CloseOnEscape
@@ -49,6 +50,8 @@ Popup {
         }
     }
 
+    readonly property bool refusal: stage === "outdated" || stage === "invalidPackage" || stage === "exportFailed"
+
     contentItem: ColumnLayout {
         spacing: 14
         RowLayout {
@@ -60,12 +63,18 @@ Popup {
                 Text { anchors.centerIn: parent; text: dialog.pkg.emoji || ""; font.pixelSize: 22 }
             }
             Label {
+                objectName: "alertTitle"
                 Layout.fillWidth: true
-                text: dialog.stage === "duplicate" ? dialog.themes.text("settings.spaces.theme.duplicate.title")
-                    : dialog.stage === "folderChoice" ? dialog.themes.text("settings.spaces.theme.folders.title")
-                    : dialog.stage === "imported" ? dialog.themes.text("settings.spaces.theme.imported.title")
-                    : dialog.stage === "failed" ? qsTr("This theme cannot be imported")
-                    : qsTr("Import “%1”?").arg(dialog.pkg.name || "")
+                text: {
+                    switch (dialog.stage) {
+                    case "duplicate": return dialog.themes.text("settings.spaces.theme.duplicate.title")
+                    case "folderChoice": return dialog.themes.text("settings.spaces.theme.folders.title")
+                    case "imported": return dialog.themes.text("settings.spaces.theme.imported.title")
+                    case "exportConfirm": return qsTr("Export “%1” as a theme?").arg(dialog.pkg.name || "")
+                    case "exportFailed": return qsTr("The theme could not be exported")
+                    default: return qsTr("This theme cannot be imported")
+                    }
+                }
                 color: "white"
                 font.pixelSize: 18
                 font.bold: true
@@ -73,40 +82,51 @@ Popup {
             }
         }
         Label {
-            objectName: "importMessage"
+            objectName: "alertMessage"
             Layout.fillWidth: true
-            color: dialog.stage === "failed" ? "#FF9A8A" : Qt.rgba(1, 1, 1, 0.78)
+            color: dialog.refusal ? "#FF9A8A" : Qt.rgba(1, 1, 1, 0.78)
             font.pixelSize: 14
             wrapMode: Text.Wrap
-            text: dialog.stage === "failed" ? (dialog.pkg.error || "")
-                : dialog.stage === "duplicate" ? dialog.themes.text("settings.spaces.theme.duplicate.message")
-                : dialog.stage === "folderChoice" ? dialog.pkg.summary + " " + dialog.themes.text("settings.spaces.theme.folders.message")
-                : dialog.stage === "imported" ? qsTr("“%1” was added to your Spaces. %2").arg(dialog.pkg.name || "").arg(dialog.pkg.summary || "")
-                : (dialog.pkg.summary || "") + " " + qsTr("It becomes a new Space; your own setup stays as it is.")
+            text: {
+                switch (dialog.stage) {
+                case "duplicate": return dialog.themes.text("settings.spaces.theme.duplicate.message")
+                case "folderChoice": return [dialog.pkg.summary, dialog.themes.text("settings.spaces.theme.folders.message")].filter(t => t.length > 0).join(" ")
+                case "imported": return (qsTr("“%1” was added to your Spaces.").arg(dialog.pkg.name || "") + " " + (dialog.pkg.summary || "")).trim()
+                case "exportConfirm": return dialog.pkg.summary || ""
+                default: return dialog.pkg.error || ""
+                }
+            }
         }
         RowLayout {
             Layout.alignment: Qt.AlignRight
             spacing: 10
             Action {
-                text: dialog.stage === "imported" ? dialog.themes.text("settings.spaces.theme.imported.laterButton")
-                    : dialog.stage === "failed" ? qsTr("OK")
-                    : dialog.stage === "folderChoice" ? dialog.themes.text("settings.spaces.theme.folders.keepMine")
-                    : qsTr("Cancel")
+                text: {
+                    switch (dialog.stage) {
+                    case "imported": return dialog.themes.text("settings.spaces.theme.imported.laterButton")
+                    case "folderChoice": return dialog.themes.text("settings.spaces.theme.folders.keepMine")
+                    default: return dialog.refusal ? qsTr("OK") : qsTr("Cancel")
+                    }
+                }
                 onClicked: dialog.stage === "folderChoice" ? dialog.themes.chooseFolders(true) : dialog.themes.closeImport()
             }
             Action {
                 primary: true
-                visible: dialog.stage !== "failed"
-                text: dialog.stage === "duplicate" ? dialog.themes.text("settings.spaces.theme.duplicate.importButton")
-                    : dialog.stage === "folderChoice" ? dialog.themes.text("settings.spaces.theme.folders.useTheme")
-                    : dialog.stage === "imported" ? dialog.themes.text("settings.spaces.theme.imported.switchButton")
-                    : qsTr("Import")
+                visible: !dialog.refusal
+                text: {
+                    switch (dialog.stage) {
+                    case "duplicate": return dialog.themes.text("settings.spaces.theme.duplicate.importButton")
+                    case "folderChoice": return dialog.themes.text("settings.spaces.theme.folders.useTheme")
+                    case "imported": return dialog.themes.text("settings.spaces.theme.imported.switchButton")
+                    default: return qsTr("Export")
+                    }
+                }
                 onClicked: {
                     switch (dialog.stage) {
                     case "duplicate": dialog.themes.importAgain(); break
                     case "folderChoice": dialog.themes.chooseFolders(false); break
                     case "imported": dialog.themes.switchToImported(); break
-                    default: dialog.themes.confirmImport()
+                    case "exportConfirm": dialog.themes.confirmExport(); break
                     }
                 }
             }

@@ -15,6 +15,8 @@ Popup {
     function show() { open(); if (catalog) catalog.load() }
 
     objectName: "themesPanel"
+    // Takes the keyboard, so Esc closes the panel and not the overlay.
+    focus: true
     anchors.centerIn: parent
     modal: true
     padding: 24
