@@ -18,6 +18,8 @@ packages=(
   libxcb1-dev libxcb-keysyms1-dev libxcb-xinput-dev libx11-xcb-dev libevdev-dev
   libqt6svg6 qt6-image-formats-plugins fonts-dejavu-core fonts-noto-color-emoji
   xvfb xauth xdotool imagemagick x11-utils openbox libgl1-mesa-dri hicolor-icon-theme adwaita-icon-theme
+  # the themes catalogue test: a certificate, an HTTPS server, a private loopback
+  openssl python3 iproute2 util-linux shared-mime-info
 )
 
 # TILLMORA_FUZZ=ON: the fuzz targets instead (clang with libFuzzer), in
