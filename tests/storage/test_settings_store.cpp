@@ -406,9 +406,23 @@ private Q_SLOTS:
             }
         }
         // A killed writer's lock never failed the next one's save (that child
-        // would have exited instead of being killed), and saves did happen.
+        // would have exited instead of being killed). On a loaded machine every
+        // round may end before a first save does, so saving is shown once more
+        // at the end, after all the abandoned locks, with time to finish.
         qInfo("acknowledged bursts: %lld and %lld", writers[0].acknowledged + 1, writers[1].acknowledged + 1);
-        QVERIFY(writers[0].acknowledged > 0 && writers[1].acknowledged > 0);
+        for (const auto &writer : writers) {
+            QProcess process;
+            startChild(process, {QStringLiteral("bursts"), env.configDir(), kDomain, writer.prefix,
+                                 QString::number(writer.next)});
+            QVERIFY(process.waitForStarted());
+            bool saved = false;
+            while (!saved && (process.canReadLine() || process.waitForReadyRead(20000)))
+                while (process.canReadLine())
+                    saved = saved || process.readLine().startsWith("ack ");
+            ::kill(pid_t(process.processId()), SIGKILL);
+            process.waitForFinished(10000);
+            QVERIFY2(saved, qPrintable(writer.prefix));
+        }
     }
 
     // As in the launcher: a lock held elsewhere (a writer stopped with
