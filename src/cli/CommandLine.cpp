@@ -176,7 +176,7 @@ int run(const QStringList &arguments, const CataloguePlatform &catalogue)
     if (openedPackage)
         return openPackage(QFileInfo(args.first()).absoluteFilePath(), catalogue);
     const Verbs::Verb *verb = Verbs::find(args);
-    if (verb && verb->withContext == ThemeCommands::run && ThemeCommands::isCatalogCommand(args.mid(1)))
+    if (verb && verb->runsInCaller && verb->runsInCaller(args.mid(1)))
         return finish(ThemeCommands::runCatalog(args.mid(1), [&](const QStringList &importArgs) {
             return dataCommand(*verb, importArgs, catalogue);
         }));

@@ -106,6 +106,13 @@ Invocation interpret(const QJsonObject &request)
         args.append(v.toString());
     }
     const Verbs::Verb *verb = Verbs::find(args);
+    const bool runsHere = verb && verb->forwarded && !(verb->runsInCaller && verb->runsInCaller(args.mid(1)));
+    // The small `tillmora` front end asks first and lets the full program
+    // do whatever the launcher does not take (it prints the usage errors).
+    if (!runsHere && request.value(QLatin1String("fallback")).toBool()) {
+        invocation.reply = {{"error", "not forwarded"}};
+        return invocation;
+    }
     if (!verb || !verb->forwarded) {
         invocation.reply = toJson(CommandResult::usage(
             QStringLiteral("unknown command '%1'; see 'tillmora --help'").arg(args.value(0))));

@@ -135,7 +135,8 @@ const QList<Verb> kVerbs{
      "                             The ready-made themes of the online catalogue.\n"
      "  theme install ENTRY_ID [--url URL]\n"
      "                             Download, verify and import one; prints the Space's id.\n",
-     true, true, false, O::None, nullptr, nullptr, ThemeCommands::run, nullptr, ThemeCommands::readsOnly},
+     true, true, false, O::None, nullptr, nullptr, ThemeCommands::run, nullptr, ThemeCommands::readsOnly,
+     ThemeCommands::isCatalogCommand},
 
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.

@@ -48,6 +48,9 @@ struct Verb {
     SpacesHandler spaces = nullptr;
     // For verbs whose sub-commands differ: whether these (after the verb) only read.
     bool (*readsOnly)(const QStringList &args) = nullptr;
+    // Sub-commands (after the verb) that run in the calling process even
+    // when a launcher runs (downloads that must not hold the launcher up).
+    bool (*runsInCaller)(const QStringList &args) = nullptr;
 };
 
 const QList<Verb> &all();

@@ -399,6 +399,19 @@ private Q_SLOTS:
                                   launcherLog.right(2000).constData(), 5000);
         QCOMPARE(tillmora({"toggle"}).exitCode, 0);
         QCOMPARE(tillmora({"place", "A:/nowhere/Ghost.app"}).exitCode, 2);
+        // What the launcher does not take runs in the full program, and a
+        // relative path is the caller's, not the launcher's.
+        const Run unknown = tillmora({"bogus"});
+        QCOMPARE(unknown.exitCode, 2);
+        QVERIFY2(unknown.err.contains(QStringLiteral("unknown command or option 'bogus'")), qPrintable(unknown.err));
+        QCOMPARE(tillmora({"space", "create", "Shared"}).exitCode, 0);
+        QProcess exporter;
+        exporter.setProcessEnvironment(processEnvironment());
+        exporter.setWorkingDirectory(env->root());
+        exporter.start(QStringLiteral(TILLMORA_BINARY), {"theme", "export", "Shared", "shared.tillmoratheme"});
+        QVERIFY(exporter.waitForFinished(30000));
+        QCOMPARE(exporter.exitCode(), 0);
+        QVERIFY(QFile::exists(env->path(QStringLiteral("shared.tillmoratheme"))));
 
         // A change written behind the launcher's back is taken in: its next
         // save builds on it instead of its stale view.
