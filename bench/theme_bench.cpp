@@ -1,17 +1,10 @@
 // Export and import of a Space of 500 apps with a 5 MB wallpaper, against a
 // floor measured in the same run: copying the same bytes through a plain
 // stored ZIP of the staging folder's files (what any package must cost).
+#include "common/SpacesProfile.h"
 #include "foundation/SlotKey.h"
-#include "spaces/SpaceStorageProvider.h"
-#include "spaces/SpacesRepository.h"
-#include "spaces/SpacesSnapshotService.h"
-#include "spaces/SpacesViewModel.h"
-#include "spaces/ThemeExporter.h"
-#include "spaces/ThemeImporter.h"
 #include "spaces/ThemePackage.h"
-#include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
-#include "storage/UserDefaultsStore.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -25,21 +18,7 @@
 
 namespace {
 
-struct Profile {
-    std::shared_ptr<UserDefaultsStore> main;
-    std::shared_ptr<SpaceStorageProvider> provider;
-    std::shared_ptr<FileSystemStore> files;
-    std::shared_ptr<SpacesSnapshotService> snapshots;
-    std::unique_ptr<SpacesViewModel> spaces;
-    explicit Profile(const QString &root)
-    {
-        main = UserDefaultsStore::standard(root + QStringLiteral("/config"));
-        provider = std::make_shared<SpaceStorageProvider>(main, root + QStringLiteral("/config"));
-        files = std::make_shared<FileSystemStore>(root + QStringLiteral("/data"));
-        snapshots = std::make_shared<SpacesSnapshotService>(main, files);
-        spaces = std::make_unique<SpacesViewModel>(std::make_shared<SpacesRepositoryImpl>(main), snapshots, provider);
-    }
-};
+using Profile = SpacesProfile;
 
 double median(QList<double> values)
 {
@@ -84,7 +63,7 @@ int main(int argc, char **argv)
         QElapsedTimer t;
         t.start();
         QString error;
-        const auto summary = ThemeExporter(me.files, me.snapshots, me.provider).exportSpace(space, package, apps, &error);
+        const auto summary = me.exporter().exportSpace(space, package, apps, &error);
         exportMs.append(t.nsecsElapsed() / 1e6);
         if (!summary) {
             std::fprintf(stderr, "export failed: %s\n", qPrintable(error));
@@ -92,7 +71,7 @@ int main(int argc, char **argv)
         }
 
         Profile other(dir.filePath(QStringLiteral("other-%1").arg(round)));
-        ThemeImporter importer(other.files, other.snapshots, other.provider);
+        ThemeImporter importer = other.importer();
         t.restart();
         auto inspected = importer.inspect(package, apps);
         const auto result = importer.importTheme(std::get<ThemeImporter::Inspection>(inspected),

@@ -103,28 +103,30 @@ SpacesThemeCatalogService::SpacesThemeCatalogService(std::shared_ptr<UserDefault
     m_totalTimer.setSingleShot(true);
     connect(&m_totalTimer, &QTimer::timeout, this,
             [this] { fail(CatalogError::invalidDownload, QStringLiteral("download took too long")); });
+    if (const auto trusted = withEnvironmentCertificates(m_ssl))
+        m_ssl = *trusted;
+}
+
+std::optional<QSslConfiguration> SpacesThemeCatalogService::withEnvironmentCertificates(QSslConfiguration configuration)
+{
     // OpenSSL's own tools take extra trust anchors from SSL_CERT_FILE; a
     // user who set it for a company proxy expects the launcher to as well.
     const QString extra = qEnvironmentVariable("SSL_CERT_FILE");
-    if (!extra.isEmpty()) {
-        const QList<QSslCertificate> certificates = QSslCertificate::fromPath(extra, QSsl::Pem);
-        if (certificates.isEmpty())
-            qCWarning(lcSpaces) << "Theme catalog: no certificates read from SSL_CERT_FILE" << extra;
-        else
-            m_ssl.setCaCertificates(QSslConfiguration::systemCaCertificates() + certificates);
+    if (extra.isEmpty())
+        return std::nullopt;
+    const QList<QSslCertificate> certificates = QSslCertificate::fromPath(extra, QSsl::Pem);
+    if (certificates.isEmpty()) {
+        qCWarning(lcSpaces) << "Theme catalog: no certificates read from SSL_CERT_FILE" << extra;
+        return std::nullopt;
     }
+    configuration.setCaCertificates(QSslConfiguration::systemCaCertificates() + certificates);
+    return configuration;
 }
 
 void SpacesThemeCatalogService::trustEnvironmentCertificates()
 {
-    const QString extra = qEnvironmentVariable("SSL_CERT_FILE");
-    const QList<QSslCertificate> certificates =
-        extra.isEmpty() ? QList<QSslCertificate>() : QSslCertificate::fromPath(extra, QSsl::Pem);
-    if (certificates.isEmpty())
-        return;
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates(QSslConfiguration::systemCaCertificates() + certificates);
-    QSslConfiguration::setDefaultConfiguration(configuration);
+    if (const auto trusted = withEnvironmentCertificates(QSslConfiguration::defaultConfiguration()))
+        QSslConfiguration::setDefaultConfiguration(*trusted);
 }
 
 SpacesThemeCatalogService::~SpacesThemeCatalogService()

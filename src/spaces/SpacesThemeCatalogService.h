@@ -97,6 +97,9 @@ Q_SIGNALS:
 
 private:
     struct Install;
+    // The configuration with SSL_CERT_FILE's certificates trusted too; none
+    // when the variable names no certificates.
+    static std::optional<QSslConfiguration> withEnvironmentCertificates(QSslConfiguration configuration);
     QNetworkRequest request(const QUrl &url, std::chrono::milliseconds transferTimeout) const;
     void finishLoad(const std::optional<SpacesThemeCatalog> &catalog, const QString &why);
     void onCatalogFinished();

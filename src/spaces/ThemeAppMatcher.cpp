@@ -28,6 +28,34 @@ QString identityOf(const QString &themePath, const QJsonObject &exported)
 
 const char *const kListFields[] = {"appOrder", "combinedOrder", "hiddenApps", "recentApps"};
 
+// App paths in the order first met, each once.
+struct AppPaths {
+    QStringList paths;
+    QSet<QString> seen;
+    void add(const QString &key)
+    {
+        const QString path = appPathOf(key);
+        if (!path.isEmpty() && !seen.contains(path)) {
+            seen.insert(path);
+            paths.append(path);
+        }
+    }
+    void addAll(const QJsonValue &list)
+    {
+        for (const QJsonValue &key : list.toArray())
+            add(key.toString());
+    }
+};
+
+void addPlaced(AppPaths &out, const QJsonObject &snapshot)
+{
+    out.addAll(snapshot.value(QLatin1String("slots")));
+    for (const QJsonValue &folder : ThemePathRewriter::dataField(snapshot, "foldersData").array()) {
+        out.addAll(folder.toObject().value(QLatin1String("appPaths")));
+        out.addAll(folder.toObject().value(QLatin1String("slots")));
+    }
+}
+
 }
 
 ThemeAppMatcher::ThemeAppMatcher(const QList<AppItem> &installed, const QStringList &themePaths,
@@ -89,46 +117,22 @@ QJsonObject ThemeAppMatcher::describe(const QStringList &paths, const QList<AppI
 
 QStringList ThemeAppMatcher::placedAppPaths(const QJsonObject &snapshot)
 {
-    QStringList paths;
-    QSet<QString> seen;
-    const auto add = [&](const QString &key) {
-        const QString path = appPathOf(key);
-        if (!path.isEmpty() && !seen.contains(path)) {
-            seen.insert(path);
-            paths.append(path);
-        }
-    };
-    for (const QJsonValue &key : snapshot.value(QLatin1String("slots")).toArray())
-        add(key.toString());
-    for (const QJsonValue &folder : ThemePathRewriter::dataField(snapshot, "foldersData").array()) {
-        for (const QJsonValue &key : folder.toObject().value(QLatin1String("appPaths")).toArray())
-            add(key.toString());
-        for (const QJsonValue &key : folder.toObject().value(QLatin1String("slots")).toArray())
-            add(key.toString());
-    }
-    return paths;
+    AppPaths out;
+    addPlaced(out, snapshot);
+    return out.paths;
 }
 
 QStringList ThemeAppMatcher::allAppPaths(const QJsonObject &snapshot)
 {
-    QStringList paths = placedAppPaths(snapshot);
-    QSet<QString> seen(paths.cbegin(), paths.cend());
-    const auto add = [&](const QString &key) {
-        const QString path = appPathOf(key);
-        if (!path.isEmpty() && !seen.contains(path)) {
-            seen.insert(path);
-            paths.append(path);
-        }
-    };
+    AppPaths out;
+    addPlaced(out, snapshot);
     for (const char *field : kListFields)
-        for (const QJsonValue &key : snapshot.value(QLatin1String(field)).toArray())
-            add(key.toString());
+        out.addAll(snapshot.value(QLatin1String(field)));
     for (const QString &key : ThemePathRewriter::dataField(snapshot, "customAppIconsData").object().keys())
-        add(key);
+        out.add(key);
     for (const QJsonValue &workflow : ThemePathRewriter::dataField(snapshot, "workflowsData").array())
-        for (const QJsonValue &key : workflow.toObject().value(QLatin1String("appPaths")).toArray())
-            add(key.toString());
-    return paths;
+        out.addAll(workflow.toObject().value(QLatin1String("appPaths")));
+    return out.paths;
 }
 
 QJsonObject ThemeAppMatcher::mapAppPaths(const QJsonObject &snapshot,

@@ -80,11 +80,6 @@ std::optional<ThemeExporter::Summary> ThemeExporter::exportSpace(const SpaceItem
     }
     Summary summary{QFileInfo(destination).absoluteFilePath(), QFileInfo(destination).size(), manifest.themeId};
     qCInfo(lcSpaces, LogTexts::kExportedTheme, qUtf8Printable(manifest.name), qlonglong(summary.byteSize));
-    const QString key = QLatin1String(SettingsKeys::kExportedThemeIds);
-    QStringList exported = m_provider->mainStore()->stringList(key);
-    if (!exported.contains(Uuids::toText(manifest.themeId))) {
-        exported.append(Uuids::toText(manifest.themeId));
-        m_provider->mainStore()->set(exported, key);
-    }
+    ThemeManifest::rememberThemeId(*m_provider->mainStore(), SettingsKeys::kExportedThemeIds, manifest.themeId);
     return summary;
 }

@@ -255,6 +255,7 @@ std::optional<ThemeImporter::Result> ThemeImporter::importTheme(const Inspection
     const QJsonArray folders = choice == FolderChoice::keepMine ? ownFolders() : theirs.data;
     ThemePathRewriter::setDataField(snapshot, "foldersData", QJsonDocument(folders));
 
+    QList<FolderItem> folderItems;
     QSet<QString> folderIds;
     QSet<QString> inFolders;
     QList<ThemeSlotFiller::PlacementEntry> entries;
@@ -262,6 +263,7 @@ std::optional<ThemeImporter::Result> ThemeImporter::importTheme(const Inspection
         const auto folder = FolderItem::fromJson(value.toObject());
         if (!folder)
             continue;
+        folderItems.append(*folder);
         folderIds.insert(folder->key());
         for (const QString &path : folder->appPaths)
             inFolders.insert(path);
@@ -279,9 +281,9 @@ std::optional<ThemeImporter::Result> ThemeImporter::importTheme(const Inspection
         else if (path.startsWith(u'/'))
             onGrid.insert(path);
     }
-    for (const QJsonValue &value : folders)
-        if (const auto folder = FolderItem::fromJson(value.toObject()); folder && !onGrid.contains(folder->key()))
-            entries.append({folder->name, folder->key()});
+    for (const FolderItem &folder : std::as_const(folderItems))
+        if (!onGrid.contains(folder.key()))
+            entries.append({folder.name, folder.key()});
     QSet<QString> hidden;
     for (const QJsonValue &value : snapshot.value(QLatin1String("hiddenApps")).toArray())
         hidden.insert(value.toString());
@@ -308,12 +310,7 @@ std::optional<ThemeImporter::Result> ThemeImporter::importTheme(const Inspection
     result.space = spaces.addSpace(space, snapshot);
     done = true;
 
-    const QString themeKey = QLatin1String(SettingsKeys::kImportedThemeIds);
-    QStringList imported = m_provider->mainStore()->stringList(themeKey);
-    if (!imported.contains(Uuids::toText(manifest.themeId))) {
-        imported.append(Uuids::toText(manifest.themeId));
-        m_provider->mainStore()->set(imported, themeKey);
-    }
+    ThemeManifest::rememberThemeId(*m_provider->mainStore(), SettingsKeys::kImportedThemeIds, manifest.themeId);
     qCInfo(lcSpaces, LogTexts::kImportedTheme, qUtf8Printable(manifest.name), long(result.matchedAppCount),
            long(result.themeAppCount), long(result.pendingIconCount));
     return result;

@@ -2,6 +2,7 @@
 
 #include "foundation/JsonFields.h"
 #include "foundation/Uuids.h"
+#include "storage/UserDefaultsStoreType.h"
 
 ThemeManifest ThemeManifest::forSpace(const SpaceItem &space, const QUuid &themeId, const QDateTime &now)
 {
@@ -55,4 +56,13 @@ std::optional<ThemeManifest> ThemeManifest::fromJson(const QJsonObject &json, QS
     if (json.value(QLatin1String("specialOptions")).isObject())
         manifest.specialOptions = SpecialSpaceOptions::fromJson(json.value(QLatin1String("specialOptions")).toObject());
     return f.result(manifest, error);
+}
+
+void ThemeManifest::rememberThemeId(UserDefaultsStoreType &store, const char *key, const QUuid &themeId)
+{
+    QStringList ids = store.stringList(QLatin1String(key));
+    if (ids.contains(Uuids::toText(themeId)))
+        return;
+    ids.append(Uuids::toText(themeId));
+    store.set(ids, QLatin1String(key));
 }

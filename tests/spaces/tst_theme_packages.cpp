@@ -2,19 +2,12 @@
 // leave the profile and the disk as they were), the round trip between two
 // machines whose apps live in different folders, and the package name rule.
 #include "common/LogCapture.h"
+#include "common/SpacesProfile.h"
 #include "common/TempEnvironment.h"
 #include "foundation/SlotKey.h"
 #include "foundation/Uuids.h"
-#include "spaces/SpaceStorageProvider.h"
-#include "spaces/SpacesRepository.h"
-#include "spaces/SpacesSnapshotService.h"
-#include "spaces/SpacesViewModel.h"
-#include "spaces/ThemeExporter.h"
-#include "spaces/ThemeImporter.h"
 #include "spaces/ThemePathRewriter.h"
-#include "storage/FileSystemStore.h"
 #include "storage/SettingsKeys.h"
-#include "storage/UserDefaultsStore.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -31,27 +24,7 @@
 
 namespace {
 
-// One profile on one machine: its settings and data folders and the models.
-struct Profile {
-    QString config, data;
-    std::shared_ptr<UserDefaultsStore> main;
-    std::shared_ptr<SpaceStorageProvider> provider;
-    std::shared_ptr<FileSystemStore> files;
-    std::shared_ptr<SpacesSnapshotService> snapshots;
-    std::unique_ptr<SpacesViewModel> spaces;
-
-    explicit Profile(const QString &root)
-        : config(root + QStringLiteral("/config")), data(root + QStringLiteral("/data"))
-    {
-        main = UserDefaultsStore::standard(config);
-        provider = std::make_shared<SpaceStorageProvider>(main, config);
-        files = std::make_shared<FileSystemStore>(data);
-        snapshots = std::make_shared<SpacesSnapshotService>(main, files);
-        spaces = std::make_unique<SpacesViewModel>(std::make_shared<SpacesRepositoryImpl>(main), snapshots, provider);
-    }
-    ThemeImporter importer() const { return ThemeImporter(files, snapshots, provider); }
-    ThemeExporter exporter() const { return ThemeExporter(files, snapshots, provider); }
-};
+using Profile = SpacesProfile;
 
 struct Entry {
     QByteArray name;

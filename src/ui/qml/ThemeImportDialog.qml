@@ -29,25 +29,11 @@ Popup {
         border.color: Qt.rgba(1, 1, 1, 0.14)
     }
 
-    component Action: Button {
-        id: action
-        property bool primary: false
+    component Action: SheetButton {
         objectName: "importAction"
         font.pixelSize: 14
-        contentItem: Label {
-            text: action.text
-            color: "white"
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            font: action.font
-        }
-        background: Rectangle {
-            implicitWidth: 110
-            implicitHeight: 34
-            radius: 17
-            color: action.primary ? Qt.rgba(0.36, 0.5, 1, action.hovered ? 1 : 0.85)
-                                  : Qt.rgba(1, 1, 1, action.hovered ? 0.16 : 0.09)
-        }
+        minimumWidth: 110
+        minimumHeight: 34
     }
 
     readonly property bool refusal: stage === "outdated" || stage === "invalidPackage" || stage === "exportFailed"

@@ -30,26 +30,6 @@ Popup {
 
     component Heading: Label { color: Qt.rgba(1, 1, 1, 0.65); font.pixelSize: 13; font.bold: true }
     component Quiet: Label { color: Qt.rgba(1, 1, 1, 0.7); font.pixelSize: 14; wrapMode: Text.Wrap }
-    component Action: Button {
-        id: action
-        property bool primary: false
-        font.pixelSize: 13
-        contentItem: Label {
-            text: action.text
-            color: action.enabled ? "white" : Qt.rgba(1, 1, 1, 0.45)
-            horizontalAlignment: Text.AlignHCenter
-            verticalAlignment: Text.AlignVCenter
-            font: action.font
-        }
-        background: Rectangle {
-            implicitWidth: 96
-            implicitHeight: 30
-            radius: 15
-            color: action.primary && action.enabled ? Qt.rgba(0.36, 0.5, 1, action.hovered ? 1 : 0.85)
-                                                     : Qt.rgba(1, 1, 1, action.hovered ? 0.16 : 0.09)
-        }
-    }
-
     Flickable {
         anchors.fill: parent
         contentHeight: body.implicitHeight
@@ -147,7 +127,7 @@ Popup {
                                 }
                                 Quiet { text: panel.catalog.installingText; font.pixelSize: 12 }
                             }
-                            Action {
+                            SheetButton {
                                 objectName: "installButton"
                                 primary: true
                                 visible: !card.downloading
@@ -155,7 +135,7 @@ Popup {
                                 text: card.modelData.isInstalled ? qsTr("Install Again") : qsTr("Install")
                                 onClicked: panel.catalog.install(card.modelData.id)
                             }
-                            Action {
+                            SheetButton {
                                 visible: card.downloading
                                 text: qsTr("Cancel")
                                 onClicked: panel.catalog.cancel()
@@ -191,14 +171,14 @@ Popup {
                         font.pixelSize: 15
                         elide: Text.ElideRight
                     }
-                    Action {
+                    SheetButton {
                         objectName: "exportButton"
                         text: qsTr("Export")
                         onClicked: panel.themes.exportSpace(spaceRow.modelData.id)
                     }
                 }
             }
-            Action {
+            SheetButton {
                 Layout.alignment: Qt.AlignRight
                 Layout.topMargin: 8
                 text: qsTr("Done")
