@@ -51,6 +51,12 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
         if (m_folder.isOpen() && !m_drag.fromFolder())
             m_drag.cancel();
     });
+    // A package opened from outside puts a sheet over a gesture that may be
+    // under way: the gesture ends where it began, never dropped behind it.
+    connect(&m_themes, &ThemesPresenter::importChanged, this, [this] {
+        if (!m_themes.stage().isEmpty())
+            m_drag.cancel();
+    });
 }
 
 GridPresenter::~GridPresenter() = default;

@@ -10,11 +10,13 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -451,6 +453,34 @@ private Q_SLOTS:
         QVERIFY(compared > 30);
         // And the icons did make room: the preview differs from the grid before the drag.
         QCOMPARE(s.slots().indexOf(before.at(0)), 13);
+    }
+
+    // A theme package opened from the file manager while an icon is held:
+    // its question comes up over the grid, and the held icon goes back
+    // where it was instead of landing behind the sheet at the release.
+    void aPackageOpenedMidDragPutsTheIconBack()
+    {
+        Session s(false, 0);
+        REQUIRE_SESSION(s);
+        const QString package = QDir(QDir::tempPath()).filePath(QStringLiteral("tillmora-real-input-%1.tillmoratheme")
+                                                                    .arg(QCoreApplication::applicationPid()));
+        const auto removePackage = qScopeGuard([&] { QFile::remove(package); });
+        s.tillmora({"space", "create", "Shared"});
+        s.tillmora({"theme", "export", "Shared", package});
+        QVERIFY(QFile::exists(package));
+        const QStringList before = s.slots();
+        s.drag(s.cell(0), {s.gap(13)}, 600);
+        s.tillmora({package});
+        QTest::qWait(600);
+        s.screenshot(QStringLiteral("package-mid-drag"));
+        s.key(QStringLiteral("Escape")); // "Later": the Space stays, the overlay too
+        s.drop();
+        QStringList after = s.slots();
+        while (after.size() > before.size() && after.last().isEmpty())
+            after.removeLast();
+        QCOMPARE(after, before);
+        QVERIFY(s.overlayVisible());
+        QCOMPARE(s.tillmora({"space", "list"}).count('\n'), 3); // standard, Shared and the imported one
     }
 
     void twelvePagesPagedThroughTwiceKeepEveryIcon()
