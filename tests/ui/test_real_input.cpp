@@ -105,6 +105,15 @@ public:
             out.append(v.toString());
         return out;
     }
+    // The cells without empty ones at the end beyond size (a cancelled
+    // drag may leave some).
+    QStringList slotsTrimmedTo(qsizetype size) const
+    {
+        QStringList out = slots();
+        while (out.size() > size && out.last().isEmpty())
+            out.removeLast();
+        return out;
+    }
     QJsonObject folder(const QString &id) const
     {
         for (const QJsonValue &v : layout().value(QStringLiteral("folders")).toArray())
@@ -328,10 +337,7 @@ private Q_SLOTS:
         s.key(QStringLiteral("Escape"));
         s.drop();
         // The same cells as before (the list may end in empty cells now).
-        QStringList after = s.slots();
-        while (after.size() > before.size() && after.last().isEmpty())
-            after.removeLast();
-        QCOMPARE(after, before);
+        QCOMPARE(s.slotsTrimmedTo(before.size()), before);
         QVERIFY(s.overlayVisible());
         QVERIFY(iconDrawn(s.screenshot(QStringLiteral("new-page-undone")), s.cellRect(0)));
     }
@@ -475,10 +481,7 @@ private Q_SLOTS:
         s.screenshot(QStringLiteral("package-mid-drag"));
         s.key(QStringLiteral("Escape")); // "Later": the Space stays, the overlay too
         s.drop();
-        QStringList after = s.slots();
-        while (after.size() > before.size() && after.last().isEmpty())
-            after.removeLast();
-        QCOMPARE(after, before);
+        QCOMPARE(s.slotsTrimmedTo(before.size()), before);
         QVERIFY(s.overlayVisible());
         QCOMPARE(s.tillmora({"space", "list"}).count('\n'), 3); // standard, Shared and the imported one
     }
