@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/CompositionRoot.h"
 #include "app/InstanceChannel.h"
 #include "app/LaunchpadWindowController.h"
 #include "catalogue/AppIconLookup.h"
@@ -9,6 +10,7 @@
 #include "platform/FileChooser.h"
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
 #include "storage/AppearanceRepository.h"
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
@@ -69,23 +71,35 @@ int main(int argc, char **argv)
     platform.logSession();
     AppDelegate delegate(platform.application(channel, arguments), StorageLocations::fromEnvironment());
     std::unique_ptr<SettingsWindow> settings;
-    delegate.setStatusItemFactory([&settings](LaunchpadWindowController &controller) {
-        return StatusBarController::createIfAvailable(controller, [&settings, &controller] {
-            if (!settings) {
-                const SettingsWindow::StartAtLogin login{&Platform::startsAtLogin, &Platform::setStartsAtLogin};
-                settings = std::make_unique<SettingsWindow>(controller.hotKeyManager(), controller.hotCornersManager(), login);
-            }
-            settings->show();
-            settings->raise();
-            settings->activateWindow();
-        });
+    std::unique_ptr<GridPresenter> presenter;
+    std::unique_ptr<OverlayWindow> overlay;
+    const auto openSettings = [&settings, &presenter, &delegate] {
+        LaunchpadWindowController *controller = delegate.windowController();
+        if (!controller)
+            return;
+        if (!settings) {
+            CompositionRoot &root = controller->composition();
+            SettingsPresenter::Services services{&controller->hotKeyManager(), &controller->hotCornersManager(),
+                                                 &controller->gesturesManager(), root.appearanceRepo.get(),
+                                                 controller->layout(), presenter.get(),
+                                                 &Platform::startsAtLogin, &Platform::setStartsAtLogin,
+                                                 [&delegate] { return delegate.showsDockIcon(); },
+                                                 [&delegate](bool show) { delegate.setShowsDockIcon(show); }};
+            settings = std::make_unique<SettingsWindow>(services, [lookup = root.appIconLookup](const QString &path) {
+                return lookup->icon(path);
+            });
+            QObject::connect(controller, &LaunchpadWindowController::settingsChangedElsewhere, settings.get(),
+                             [&settings] { settings->presenter()->reload(); });
+        }
+        settings->show();
+    };
+    delegate.setStatusItemFactory([openSettings](LaunchpadWindowController &controller) {
+        return StatusBarController::createIfAvailable(controller, openSettings);
     });
     delegate.setCataloguePlatform(platform.catalogue());
     delegate.setInputPlatformFactory([&platform] { return platform.input(); });
 
     // The overlay exists before the first show, which start-up queues.
-    std::unique_ptr<GridPresenter> presenter;
-    std::unique_ptr<OverlayWindow> overlay;
     QObject::connect(&delegate, &AppDelegate::windowControllerCreated, &app,
                      [&](LaunchpadWindowController *controller) {
                          CompositionRoot &root = controller->composition();
@@ -95,7 +109,8 @@ int main(int argc, char **argv)
                          presenter->themes()->attach(&controller->spaces(), controller->layout(), &root);
                          presenter->attach({controller->workflows(), root.workflowLaunchService,
                                             root.systemFoldersService, root.systemFolderAssets,
-                                            platform.fileChooser()});
+                                            platform.fileChooser(), root.appsCustomizationRepository});
+                         QObject::connect(presenter.get(), &GridPresenter::settingsRequested, &app, openSettings);
                          overlay = std::make_unique<OverlayWindow>(
                              *controller, *presenter,
                              [lookup = root.appIconLookup](const QString &path) {
@@ -120,6 +135,10 @@ int main(int argc, char **argv)
     delegate.applicationWillFinishLaunching();
     if (delegate.applicationDidFinishLaunching() && overlay)
         overlay->setShowInTaskbar(platform.dockIconVisible());
+    QObject::connect(&delegate, &AppDelegate::dockIconVisibilityChanged, &app, [&overlay](bool visible) {
+        if (overlay)
+            overlay->setShowInTaskbar(visible);
+    });
     const int status = app.exec();
     settings.reset();
     overlay.reset();

@@ -59,14 +59,30 @@ bool AppDelegate::applicationDidFinishLaunching()
     if (m_statusItemFactory)
         m_statusBarController = m_statusItemFactory(*m_windowController);
 
-    // Anything but a stored Boolean false shows the dock icon.
-    const QVariant showDockIcon =
-        m_windowController->composition().userDefaultsStore->persistedObject(QLatin1String(SettingsKeys::kShowDockIcon));
-    m_platform.setDockIconVisible(!(showDockIcon.typeId() == QMetaType::Bool && !showDockIcon.toBool()));
+    m_platform.setDockIconVisible(showsDockIcon());
 
     if (!m_launchedAsLoginItem)
         QMetaObject::invokeMethod(m_windowController.get(), &LaunchpadWindowController::showOverlay, Qt::QueuedConnection);
     return true;
+}
+
+bool AppDelegate::showsDockIcon() const
+{
+    if (!m_windowController)
+        return true;
+    // Anything but a stored Boolean false shows the dock icon.
+    const QVariant stored =
+        m_windowController->composition().userDefaultsStore->persistedObject(QLatin1String(SettingsKeys::kShowDockIcon));
+    return !(stored.typeId() == QMetaType::Bool && !stored.toBool());
+}
+
+void AppDelegate::setShowsDockIcon(bool show)
+{
+    if (!m_windowController)
+        return;
+    m_windowController->composition().userDefaultsStore->set(show, QLatin1String(SettingsKeys::kShowDockIcon));
+    m_platform.setDockIconVisible(show);
+    Q_EMIT dockIconVisibilityChanged(show);
 }
 
 void AppDelegate::purgeLegacyCachesOnce()

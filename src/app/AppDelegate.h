@@ -41,7 +41,12 @@ public:
     LaunchpadWindowController *windowController() const { return m_windowController.get(); }
     QObject *statusBarController() const { return m_statusBarController.get(); }
 
+    // "ShowDockIcon": the launcher in the taskbar; kept and applied at once.
+    bool showsDockIcon() const;
+    void setShowsDockIcon(bool show);
+
 Q_SIGNALS:
+    void dockIconVisibilityChanged(bool visible);
     // Emitted once the window controller exists, before the first show.
     void windowControllerCreated(LaunchpadWindowController *controller);
 

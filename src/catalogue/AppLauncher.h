@@ -2,6 +2,7 @@
 
 #include "foundation/GridRecords.h"
 
+#include <QList>
 #include <QString>
 #include <QUrl>
 
@@ -18,8 +19,19 @@ public:
         explicit operator bool() const { return ok; }
     };
 
+    // An action a desktop entry offers besides opening ("New Window").
+    struct Action {
+        QString id;
+        QString name;
+    };
+
     virtual ~AppLauncher() = default;
     virtual Result openApp(const AppItem &app) = 0;
+    virtual QList<Action> actions(const AppItem &) const { return {}; }
+    virtual Result openAction(const AppItem &app, const QString &actionId)
+    {
+        return Result::failure(QStringLiteral("%1 offers no action %2").arg(app.path, actionId));
+    }
     // A folder (a file URL) or any URL, with the desktop's default handler.
     virtual Result openLocation(const QUrl &url) = 0;
 };

@@ -27,6 +27,7 @@ void MultitouchPinchMonitor::start(int requiredFingers, std::function<void(Pinch
     m_onPinch = std::move(action);
     m_recognizer.setRequiredFingers(requiredFingers);
     const auto result = m_source.start([this](const ContactFrame &frame) { handleFrame(frame); });
+    m_lastStartStatus = result.status;
     switch (result.status) {
     case ContactFrameSource::Status::Unavailable:
         qCWarning(lcServices, "[Gestures] Touchpad devices unreadable — pinch disabled");

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <functional>
+#include <optional>
 #include <memory>
 
 // Runs the pinch recogniser over every touchpad's contact frames, and
@@ -27,6 +28,8 @@ public:
     int requiredFingers() const { return m_recognizer.required(); }
     bool isRunning() const { return m_isRunning; }
     bool isArmed() const { return m_isArmed; }
+    // What the last start found; the settings explain an unavailable pinch by it.
+    std::optional<ContactFrameSource::Status> lastStartStatus() const { return m_lastStartStatus; }
 
     void handleFrame(const ContactFrame &frame);
 
@@ -39,6 +42,7 @@ private:
     std::function<void(PinchDirection)> m_onPinch;
     PinchRecognizer m_recognizer;
     int m_deviceCount = 0;
+    std::optional<ContactFrameSource::Status> m_lastStartStatus;
     bool m_isRunning = false;
     bool m_isArmed = false;
     bool m_sawFrameSinceArm = false;

@@ -33,16 +33,45 @@ void ActivationPresenter::activate(const QString &key)
     const auto *app = std::get_if<AppItem>(&*entry);
     if (!app)
         return;
-    const AppLauncher::Result result = m_launcher ? m_launcher->openApp(*app)
-                                                  : AppLauncher::Result::failure(QStringLiteral("no launcher available"));
+    reportLaunch(*app, m_launcher ? m_launcher->openApp(*app)
+                                  : AppLauncher::Result::failure(QStringLiteral("no launcher available")));
+}
+
+void ActivationPresenter::reportLaunch(const AppItem &app, const AppLauncher::Result &result)
+{
     if (!result)
-        qCWarning(lcApp, "Could not open %s: %s", qUtf8Printable(app->path), qUtf8Printable(result.error));
+        qCWarning(lcApp, "Could not open %s: %s", qUtf8Printable(app.path), qUtf8Printable(result.error));
     m_lastError = result.ok ? QString() : result.error;
     if (result)
-        m_layout.noteLaunched(app->path);
-    Q_EMIT launched(app->path, result.ok, result.error);
+        m_layout.noteLaunched(app.path);
+    Q_EMIT launched(app.path, result.ok, result.error);
     if (result)
         Q_EMIT opened();
+}
+
+const AppItem *ActivationPresenter::appOf(const QString &key, GridEntryOrEmpty &holder) const
+{
+    holder = m_layout.resolve(key);
+    return holder ? std::get_if<AppItem>(&*holder) : nullptr;
+}
+
+QVariantList ActivationPresenter::actionsOf(const QString &key) const
+{
+    GridEntryOrEmpty holder;
+    const AppItem *app = appOf(key, holder);
+    QVariantList out;
+    if (!app || !m_launcher)
+        return out;
+    for (const AppLauncher::Action &action : m_launcher->actions(*app))
+        out.append(QVariantMap{{QStringLiteral("id"), action.id}, {QStringLiteral("name"), action.name}});
+    return out;
+}
+
+void ActivationPresenter::activateAction(const QString &key, const QString &actionId)
+{
+    GridEntryOrEmpty holder;
+    if (const AppItem *app = appOf(key, holder); app && m_launcher)
+        reportLaunch(*app, m_launcher->openAction(*app, actionId));
 }
 
 void ActivationPresenter::setWorkflowLaunchService(std::shared_ptr<WorkflowLaunchService> service)

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "catalogue/AppLauncher.h"
+#include "layout/GridEntry.h"
 
 #include <QObject>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 #include <memory>
 
-class AppLauncher;
 class LaunchpadViewModel;
 class WorkflowLaunchService;
 struct WorkflowItem;
@@ -24,6 +26,10 @@ public:
     // Workflows run through this; without it they do not run.
     void setWorkflowLaunchService(std::shared_ptr<WorkflowLaunchService> service);
     Q_INVOKABLE void activate(const QString &key);
+    // The desktop entry's own actions of an app ({id, name} maps); none for
+    // anything else.
+    Q_INVOKABLE QVariantList actionsOf(const QString &key) const;
+    Q_INVOKABLE void activateAction(const QString &key, const QString &actionId);
     QString lastError() const { return m_lastError; }
 
 Q_SIGNALS:
@@ -34,6 +40,8 @@ Q_SIGNALS:
     void opened();
 
 private:
+    const AppItem *appOf(const QString &key, GridEntryOrEmpty &holder) const;
+    void reportLaunch(const AppItem &app, const AppLauncher::Result &result);
     void launchWorkflow(const WorkflowItem &workflow);
 
     LaunchpadViewModel &m_layout;

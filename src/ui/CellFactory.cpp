@@ -2,6 +2,9 @@
 
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
+
+#include <QFileInfo>
 
 CellFactory::CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &names)
     : m_layout(layout)
@@ -12,6 +15,18 @@ CellFactory::CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &name
 QString CellFactory::appTitle(const AppItem &app) const
 {
     return m_names.displayName(app.path, app.displayName);
+}
+
+QString CellFactory::iconSourceOf(const QString &appPath) const
+{
+    const auto custom = m_icons ? m_icons->icon(appPath) : std::nullopt;
+    if (!custom || custom->imagePath.isEmpty() || custom->imagePath.startsWith(QLatin1String("asset:")))
+        return appPath;
+    const QFileInfo file(custom->imagePath);
+    if (!file.isFile())
+        return appPath; // the image is gone: the app's own icon rather than a blank
+    return QStringLiteral("file:") + file.absoluteFilePath() + u'#'
+        + QString::number(file.lastModified().toMSecsSinceEpoch());
 }
 
 QString CellFactory::titleOf(const QString &key) const
@@ -30,7 +45,8 @@ QString CellFactory::titleOf(const QString &key) const
 
 GridCellBuilder CellFactory::builder() const
 {
-    return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); }};
+    return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); },
+                           [this](const QString &path) { return iconSourceOf(path); }};
 }
 
 QList<QList<GridCell>> CellFactory::pages(const QStringList &slots, const PageGeometry &geometry,

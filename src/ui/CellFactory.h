@@ -9,11 +9,18 @@ class LaunchpadViewModel;
 
 // Names and cells as every view shows them (custom names applied), shared by
 // the pages, the open folder, search and the hidden-apps list.
+class AppsCustomizationRepository;
+
 class CellFactory {
 public:
     CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &names);
 
+    // Apps with an image of the user's own show it; without, every app shows its own icon.
+    void setCustomIcons(const AppsCustomizationRepository *icons) { m_icons = icons; }
     QString appTitle(const AppItem &app) const;
+    // "file:<image>#<modified>" for an app with a custom icon (the time makes
+    // a replaced image a new source), else the app's path.
+    QString iconSourceOf(const QString &appPath) const;
     QString titleOf(const QString &key) const;
     GridCellBuilder builder() const;
     GridCell cellFor(const QString &key) const { return builder().cellFor(key); }
@@ -23,4 +30,5 @@ public:
 private:
     LaunchpadViewModel &m_layout;
     AppNameRepositoryImpl &m_names;
+    const AppsCustomizationRepository *m_icons = nullptr;
 };

@@ -35,6 +35,11 @@ struct GridCell {
 struct GridCellBuilder {
     const GridLookup *lookup = nullptr;
     std::function<QString(const AppItem &)> displayName;
+    // What the icon provider loads for an app: its own icon, or the image the
+    // user chose for it.
+    std::function<QString(const QString &appPath)> iconSource;
+
+    QString iconFor(const QString &appPath) const { return iconSource ? iconSource(appPath) : appPath; }
 
     GridCell cellFor(const QString &key) const;
     QList<GridCell> page(const QStringList &slots, const PageGeometry &geometry, int page) const;

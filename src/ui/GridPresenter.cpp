@@ -4,7 +4,11 @@
 #include "foundation/Uuids.h"
 #include "layout/LaunchpadViewModel.h"
 #include "spaces/SpacesViewModel.h"
+#include "platform/FileChooser.h"
 #include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
+
+#include <QPointer>
 
 namespace {
 // Long enough to read two lines.
@@ -46,6 +50,12 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     connect(&m_layout, &LaunchpadViewModel::workflowsChanged, this, [this] { m_pages.contentChanged(); });
     connect(&m_activation, &ActivationPresenter::folderRequested, &m_folder, &FolderPresenter::open);
     connect(&m_activation, &ActivationPresenter::opened, this, &GridPresenter::hide);
+    // A launch that fails keeps the overlay up and says why, instead of silence.
+    connect(&m_activation, &ActivationPresenter::launched, this,
+            [this](const QString &path, bool ok, const QString &error) {
+                if (!ok)
+                    showNotice(tr("%1 could not be opened: %2").arg(m_cells.titleOf(SlotKey::app(path)), error));
+            });
     // Whatever opened the folder, a half-made gesture on the grid ends.
     connect(&m_folder, &FolderPresenter::openChanged, this, [this] {
         if (m_folder.isOpen() && !m_drag.fromFolder())
@@ -76,6 +86,9 @@ void GridPresenter::setSpaces(SpacesViewModel *spaces)
 void GridPresenter::attach(const Services &services)
 {
     m_activation.setWorkflowLaunchService(services.workflowLauncher);
+    m_icons = services.appIcons;
+    m_chooser = services.chooser;
+    m_cells.setCustomIcons(m_icons.get());
     if (services.workflows)
         m_workflows.attach(services.workflows, services.chooser);
     if (services.systemFolders)
@@ -87,16 +100,77 @@ void GridPresenter::hide()
     Q_EMIT hideRequested();
 }
 
+void GridPresenter::openSettings()
+{
+    Q_EMIT hideRequested();
+    Q_EMIT settingsRequested();
+}
+
 void GridPresenter::renameApp(const QString &key, const QString &name)
 {
     const QString path = SlotKey::appPath(key);
     if (path.isEmpty())
         return;
-    m_names.setCustomName(path, name.trimmed());
+    if (name.trimmed().isEmpty())
+        m_names.removeCustomName(path);
+    else
+        m_names.setCustomName(path, name.trimmed());
+    appsRestyled();
+}
+
+void GridPresenter::appsRestyled()
+{
     m_pages.contentChanged();
     m_folder.refresh();
     m_search.rebuild();
     m_hidden.rebuild();
+}
+
+void GridPresenter::chooseIcon(const QString &key)
+{
+    if (SlotKey::appPath(key).isEmpty() || !m_chooser)
+        return;
+    QPointer<GridPresenter> self(this);
+    const bool asked = m_chooser->choose(FileChooser::Kind::Image, tr("Choose an icon for %1").arg(titleOf(key)),
+                                         [self, key](const QString &file) {
+                                             if (self && !file.isEmpty())
+                                                 self->setIcon(key, file);
+                                         });
+    if (!asked)
+        showNotice(tr("There is no file chooser on this desktop. Use: tillmora icon set APP IMAGE"));
+}
+
+void GridPresenter::setIcon(const QString &key, const QString &imageFile)
+{
+    const QString path = SlotKey::appPath(key);
+    if (path.isEmpty() || !m_icons)
+        return;
+    QString error;
+    if (!m_icons->importImage(path, imageFile, &error)) {
+        // The stored error leads with its domain; the user reads the sentence.
+        showNotice(error.section(QStringLiteral(": "), 1).isEmpty() ? error : error.section(QStringLiteral(": "), 1));
+        return;
+    }
+    appsRestyled();
+}
+
+void GridPresenter::resetIcon(const QString &key)
+{
+    const QString path = SlotKey::appPath(key);
+    if (path.isEmpty() || !m_icons)
+        return;
+    m_icons->removeIcon(path);
+    appsRestyled();
+}
+
+bool GridPresenter::hasCustomIcon(const QString &key) const
+{
+    return m_icons && m_icons->icon(SlotKey::appPath(key)).has_value();
+}
+
+bool GridPresenter::hasCustomName(const QString &key) const
+{
+    return m_names.customName(SlotKey::appPath(key)).has_value();
 }
 
 bool GridPresenter::removeWidget(const QString &widgetId)

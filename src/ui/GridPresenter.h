@@ -20,6 +20,7 @@
 
 class AppLauncher;
 class AppNameRepositoryImpl;
+class AppsCustomizationRepository;
 class FileChooser;
 class LaunchpadViewModel;
 class SystemFolderPanelAssetCache;
@@ -76,6 +77,7 @@ public:
         std::shared_ptr<SystemFoldersService> systemFolders;
         std::shared_ptr<SystemFolderPanelAssetCache> folderAssets;
         std::shared_ptr<FileChooser> chooser;
+        std::shared_ptr<AppsCustomizationRepository> appIcons;
     };
     void attach(const Services &services);
     bool hasBackdrop() const { return m_hasBackdrop; }
@@ -86,10 +88,19 @@ public:
     void showNotice(const QString &text);
 
     Q_INVOKABLE void hide();
+    // The overlay goes and the settings window comes.
+    Q_INVOKABLE void openSettings();
     Q_INVOKABLE QString titleOf(const QString &key) const { return m_cells.titleOf(key); }
     Q_INVOKABLE CellKind::Kind kindOf(const QString &key) const { return m_cells.cellFor(key).kind; }
     Q_INVOKABLE QString entryIdOf(const QString &key) const { return m_cells.cellFor(key).entryId; }
+    // An empty name gives the app its own name back.
     Q_INVOKABLE void renameApp(const QString &key, const QString &name);
+    // Asks for an image and makes it the app's icon; a refusal is a notice.
+    Q_INVOKABLE void chooseIcon(const QString &key);
+    Q_INVOKABLE void setIcon(const QString &key, const QString &imageFile);
+    Q_INVOKABLE void resetIcon(const QString &key);
+    Q_INVOKABLE bool hasCustomIcon(const QString &key) const;
+    Q_INVOKABLE bool hasCustomName(const QString &key) const;
     Q_INVOKABLE bool removeWidget(const QString &widgetId);
 
     // Called by the window around showing and hiding.
@@ -103,8 +114,12 @@ Q_SIGNALS:
     void noticeChanged();
     void shown();
     void hideRequested();
+    void settingsRequested();
 
 private:
+    // Names or icons changed: every view that shows apps draws them again.
+    void appsRestyled();
+
     LaunchpadViewModel &m_layout;
     AppNameRepositoryImpl &m_names;
     CellFactory m_cells;
@@ -122,4 +137,6 @@ private:
     int m_backdropRevision = 0;
     QString m_notice;
     QTimer m_noticeTimer;
+    std::shared_ptr<AppsCustomizationRepository> m_icons;
+    std::shared_ptr<FileChooser> m_chooser;
 };

@@ -2,6 +2,7 @@
 
 #include <QCache>
 #include <QIcon>
+#include <QImageReader>
 #include <QMutex>
 #include <QRunnable>
 #include <QUrl>
@@ -28,6 +29,18 @@ QImage load(const QIcon &icon, int size)
     return icon.isNull() ? QImage() : icon.pixmap(size, size).toImage();
 }
 
+// A user's own image ("file:<path>#<modified>"), decoded straight at the size
+// shown, its shape kept.
+QImage loadFile(const QString &source, int size)
+{
+    QImageReader reader(source.mid(5).section(u'#', 0, -2));
+    reader.setAutoTransform(true);
+    const QSize full = reader.size();
+    if (full.isValid())
+        reader.setScaledSize(full.scaled(size, size, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
 class IconResponse : public QQuickImageResponse, public QRunnable {
 public:
     IconResponse(QString appPath, int size, IconImageProvider::Resolver resolver)
@@ -44,8 +57,10 @@ public:
     void run() override
     {
         // Apps that share an icon (a theme name, or none) share one image.
-        const QIcon icon = m_resolver ? m_resolver(m_appPath) : QIcon();
-        const QString identity = icon.isNull() ? QStringLiteral("placeholder")
+        const bool ownImage = m_appPath.startsWith(QLatin1String("file:"));
+        const QIcon icon = ownImage || !m_resolver ? QIcon() : m_resolver(m_appPath);
+        const QString identity = ownImage          ? m_appPath
+                                 : icon.isNull()   ? QStringLiteral("placeholder")
                                  : !icon.name().isEmpty() ? QStringLiteral("theme:") + icon.name()
                                                           : m_appPath;
         const QString cacheKey = identity + u'@' + QString::number(m_size);
@@ -55,7 +70,7 @@ public:
                 m_image = *cached;
         }
         if (m_image.isNull()) {
-            m_image = load(icon, m_size);
+            m_image = ownImage ? loadFile(m_appPath, m_size) : load(icon, m_size);
             if (m_image.isNull())
                 m_image = placeholder(m_size);
             QMutexLocker lock(&g_cacheMutex);

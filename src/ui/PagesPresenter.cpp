@@ -3,6 +3,7 @@
 #include "layout/LaunchpadViewModel.h"
 #include "foundation/SlotKey.h"
 #include "ui/CellFactory.h"
+#include "ui/GridFit.h"
 
 #include <QScreen>
 #include <QTimer>
@@ -113,10 +114,22 @@ void PagesPresenter::setDisplay(QScreen *screen)
 {
     if (!screen)
         return;
-    // Icons stay small enough that a page's rows and labels fit the screen.
-    const double fit = screen->geometry().height() / (m_layout.gridRows() + 3.0);
-    setDisplayProfile({screen->name().isEmpty() ? QStringLiteral("default") : screen->name(), kMinIconSize,
-                       std::clamp(fit, kMinIconSize, kMaxIconSize)});
+    m_screenSize = QSizeF(screen->size());
+    setDisplayProfile(fittedProfile(screen->name().isEmpty() ? QStringLiteral("default") : screen->name()));
+}
+
+DisplayProfile PagesPresenter::fittedProfile(const QString &key) const
+{
+    if (!m_screenSize)
+        return {key, m_display.minIconSize, m_display.maxIconSize};
+    const DisplayProfile byKey{key};
+    return GridFit::profile(key, *m_screenSize, m_appearance.columns(byKey), m_appearance.rows(byKey));
+}
+
+void PagesPresenter::reloadAppearance()
+{
+    // Rows or columns written elsewhere change which icon sizes fit.
+    setDisplayProfile(fittedProfile(m_display.key));
 }
 
 void PagesPresenter::setDisplayProfile(const DisplayProfile &display)

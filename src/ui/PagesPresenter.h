@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 #include <QPointF>
+#include <QSizeF>
 #include <QtQml/qqmlregistration.h>
 #include <optional>
 
@@ -60,8 +61,9 @@ public:
 
     void setDisplay(QScreen *screen);
     void setDisplayProfile(const DisplayProfile &display);
+    const DisplayProfile &display() const { return m_display; }
     // Reads the display's stored look again (another process changed it).
-    void reloadAppearance() { setDisplayProfile(m_display); }
+    void reloadAppearance();
     // Rebuilds the cells whose content (names, records) changed.
     void contentChanged();
     void scheduleRebuild();
@@ -74,12 +76,16 @@ Q_SIGNALS:
 
 private:
     QString keyIn(const QStringList &slots, int page, int localIndex) const;
+    DisplayProfile fittedProfile(const QString &key) const;
     void rebuild();
 
     LaunchpadViewModel &m_layout;
     const CellFactory &m_cells;
     AppearanceRepositoryImpl &m_appearance;
     DisplayProfile m_display;
+    // The logical size of the screen the overlay is on; the allowed icon
+    // sizes follow it and the grid's rows and columns.
+    std::optional<QSizeF> m_screenSize;
     PagesModel m_pages;
     std::optional<QStringList> m_preview;
     int m_currentPage = 0;

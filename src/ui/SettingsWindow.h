@@ -1,33 +1,26 @@
 #pragma once
 
-#include <QWidget>
-#include <functional>
+#include "ui/IconImageProvider.h"
+#include "ui/SettingsPresenter.h"
 
-class HotCornersManager;
-class HotKeyManager;
-class QPushButton;
+#include <QObject>
+#include <memory>
 
-// The settings the activation inputs need, until the full settings panel:
-// the toggle shortcut (captured by pressing it), the hot corner and start at
-// login.
-class SettingsWindow : public QWidget {
+class QQuickView;
+
+// The settings window: an ordinary window of its own (it shows in the
+// taskbar and stays when the overlay goes), drawn by SettingsWindow.qml.
+class SettingsWindow : public QObject {
     Q_OBJECT
 public:
-    struct StartAtLogin {
-        std::function<bool()> isEnabled;
-        std::function<bool(bool)> setEnabled;
-    };
+    SettingsWindow(SettingsPresenter::Services services, IconImageProvider::Resolver icons, QObject *parent = nullptr);
+    ~SettingsWindow() override;
 
-    SettingsWindow(HotKeyManager &hotKeys, HotCornersManager &corners, StartAtLogin startAtLogin,
-                   QWidget *parent = nullptr);
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    void show();
+    SettingsPresenter *presenter() { return m_presenter.get(); }
+    QQuickView *view() { return m_view.get(); }
 
 private:
-    void refreshShortcut();
-
-    HotKeyManager &m_hotKeys;
-    QPushButton *m_shortcut = nullptr;
-    bool m_capturing = false;
+    std::unique_ptr<SettingsPresenter> m_presenter;
+    std::unique_ptr<QQuickView> m_view;
 };

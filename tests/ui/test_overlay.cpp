@@ -100,7 +100,10 @@ private Q_SLOTS:
         view->setResizeMode(QQuickView::SizeRootObjectToView);
         view->resize(1280, 800);
         view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Tillmora/qml/Overlay.qml")));
-        QVERIFY2(view->status() == QQuickView::Ready, qPrintable(view->errors().value(0).toString()));
+        QStringList errors;
+        for (const QQmlError &error : view->errors())
+            errors.append(error.toString());
+        QVERIFY2(view->status() == QQuickView::Ready, qPrintable(errors.join(u'\n')));
         view->show();
         QVERIFY(QTest::qWaitForWindowExposed(view.get()));
         view->requestActivate();

@@ -110,12 +110,58 @@ static void tillmora_launch_context_class_init(TillmoraLaunchContextClass *klass
     context->launch_failed = launchFailed;
 }
 
+namespace {
+GObjectPtr<GDesktopAppInfo> desktopEntry(const QString &path)
+{
+    if (!path.endsWith(QLatin1String(".desktop")))
+        return {};
+    return GObjectPtr<GDesktopAppInfo>(g_desktop_app_info_new_from_filename(QFile::encodeName(path).constData()));
+}
+}
+
+QList<AppLauncher::Action> GioAppLauncher::actions(const AppItem &app) const
+{
+    QList<Action> out;
+    const auto info = desktopEntry(app.path);
+    if (!info)
+        return out;
+    if (const gchar *const *ids = g_desktop_app_info_list_actions(info.get())) {
+        for (; *ids; ++ids) {
+            gchar *name = g_desktop_app_info_get_action_name(info.get(), *ids);
+            out.append({QString::fromUtf8(*ids), QString::fromUtf8(name)});
+            g_free(name);
+        }
+    }
+    return out;
+}
+
+AppLauncher::Result GioAppLauncher::openAction(const AppItem &app, const QString &actionId)
+{
+    const auto info = desktopEntry(app.path);
+    const QByteArray id = actionId.toUtf8();
+    bool listed = false;
+    if (info)
+        if (const gchar *const *ids = g_desktop_app_info_list_actions(info.get()))
+            for (; *ids && !listed; ++ids)
+                listed = id == *ids;
+    if (!listed) {
+        const QString message = QStringLiteral("%1 offers no action %2").arg(app.path, actionId);
+        qCWarning(lcServices, "Failed to open %s: %s", qUtf8Printable(app.path), qUtf8Printable(message));
+        return Result::failure(message);
+    }
+    // GIO reports no error for actions; a failure shows only as no window.
+    const auto context = newContext();
+    g_desktop_app_info_launch_action(info.get(), id.constData(), context.get());
+    qCDebug(lcServices, "Opened %s action %s", qUtf8Printable(app.path), id.constData());
+    return Result::success();
+}
+
 AppLauncher::Result GioAppLauncher::openApp(const AppItem &app)
 {
     if (!app.path.endsWith(QLatin1String(".desktop")))
         return openUri(QUrl::fromLocalFile(app.path).toString(QUrl::FullyEncoded), app.path);
 
-    GObjectPtr<GDesktopAppInfo> info(g_desktop_app_info_new_from_filename(QFile::encodeName(app.path).constData()));
+    GObjectPtr<GDesktopAppInfo> info = desktopEntry(app.path);
     if (!info) {
         const QString message = QStringLiteral("%1 is not a launchable desktop entry").arg(app.path);
         qCWarning(lcServices, "Failed to open %s: %s", qUtf8Printable(app.path), qUtf8Printable(message));

@@ -5,15 +5,13 @@ import QtQuick
 import QtQuick.Controls.Basic
 
 // The apps the user hid, each with a button to bring it back.
-Dialog {
+GlassDialog {
     id: dialog
     required property HiddenAppsPresenter hiddenApps
-    anchors.centerIn: parent
-    modal: true
     title: qsTr("Hidden apps")
     standardButtons: Dialog.Close
     width: 420
-    height: Math.min((parent ? parent.height : 600) * 0.7, 160 + hiddenList.count * 48)
+    height: Math.min((parent ? parent.height : 600) * 0.7, 170 + Math.max(2, hiddenList.count) * 48)
     ListView {
         id: hiddenList
         anchors.fill: parent
@@ -42,9 +40,11 @@ Dialog {
                 anchors.right: unhideButton.left
                 anchors.verticalCenter: parent.verticalCenter
                 text: row.title
+                color: "white"
+                font.pixelSize: 15
                 elide: Text.ElideRight
             }
-            Button {
+            SheetButton {
                 id: unhideButton
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
@@ -53,9 +53,14 @@ Dialog {
             }
         }
         Label {
-            anchors.centerIn: parent
+            anchors.fill: parent
             visible: hiddenList.count === 0
-            text: qsTr("No hidden apps")
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            wrapMode: Text.WordWrap
+            color: Qt.rgba(1, 1, 1, 0.7)
+            font.pixelSize: 15
+            text: qsTr("No hidden apps. Right-click an app and choose Hide to keep it off the grid; it comes back here.")
         }
     }
 }

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 
 // The right-click menu of an icon; it offers only what applies to it.
-Menu {
+GlassMenu {
     id: menu
     required property GridPresenter presenter
     property string key
@@ -11,15 +11,12 @@ Menu {
     property string itemTitle
     property string entryId
     property string folderId // set when the icon is inside the open folder
+    property var appActions: []
+    property bool customIcon: false
     signal renameRequested(string key, int kind, string title, string entryId)
     signal hiddenAppsRequested()
 
-    // An entry that is left out when it does not apply: no height, and
-    // disabled so the arrow keys skip it too.
-    component Entry: MenuItem {
-        enabled: visible
-        height: visible ? implicitHeight : 0
-    }
+    component Entry: GlassMenuItem {}
 
     function openFor(key, folderId, position) {
         menu.key = key
@@ -27,6 +24,8 @@ Menu {
         menu.itemTitle = presenter.titleOf(key)
         menu.entryId = presenter.entryIdOf(key)
         menu.folderId = folderId
+        menu.appActions = menu.kind === CellKind.App ? presenter.activation.actionsOf(key) : []
+        menu.customIcon = menu.kind === CellKind.App && presenter.hasCustomIcon(key)
         popup(position.x, position.y)
     }
 
@@ -35,10 +34,35 @@ Menu {
         visible: menu.kind !== CellKind.Widget && menu.kind !== CellKind.Unavailable
         onTriggered: menu.presenter.activation.activate(menu.key)
     }
+    // The desktop entry's own actions ("New Window" ...), after Open; menus
+    // take no repeated items, so a few fixed places are filled in order.
+    component AppAction: Entry {
+        property int slot
+        readonly property var entry: slot < menu.appActions.length ? menu.appActions[slot] : null
+        visible: entry !== null
+        text: entry ? entry.name : ""
+        onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id)
+    }
+    AppAction { slot: 0 }
+    AppAction { slot: 1 }
+    AppAction { slot: 2 }
+    AppAction { slot: 3 }
+    AppAction { slot: 4 }
+    AppAction { slot: 5 }
     Entry {
         text: qsTr("Rename…")
         visible: menu.kind === CellKind.App || menu.kind === CellKind.Folder
         onTriggered: menu.renameRequested(menu.key, menu.kind, menu.itemTitle, menu.entryId)
+    }
+    Entry {
+        text: qsTr("Change icon…")
+        visible: menu.kind === CellKind.App
+        onTriggered: menu.presenter.chooseIcon(menu.key)
+    }
+    Entry {
+        text: qsTr("Use the app's own icon")
+        visible: menu.customIcon
+        onTriggered: menu.presenter.resetIcon(menu.key)
     }
     Entry {
         text: qsTr("Hide")
@@ -70,8 +94,8 @@ Menu {
         visible: menu.kind === CellKind.Widget
         onTriggered: menu.presenter.removeWidget(menu.entryId)
     }
-    MenuSeparator {}
-    MenuItem {
+    GlassSeparator {}
+    GlassMenuItem {
         text: qsTr("Show hidden apps…")
         onTriggered: menu.hiddenAppsRequested()
     }

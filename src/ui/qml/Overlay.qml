@@ -170,17 +170,19 @@ FocusScope {
         onHiddenAppsRequested: hiddenDialog.open()
         onClosed: overlay.restoreFocus()
     }
-    Menu {
+    GlassMenu {
         id: backgroundMenu
-        MenuItem { text: qsTr("Show hidden apps…"); onTriggered: hiddenDialog.open() }
-        MenuItem {
+        objectName: "backgroundMenu"
+        GlassMenuItem { text: qsTr("Show hidden apps…"); onTriggered: hiddenDialog.open() }
+        GlassMenuItem {
             text: qsTr("New workflow…")
             visible: overlay.presenter.workflows.available
-            height: visible ? implicitHeight : 0
             onTriggered: overlay.presenter.workflows.create()
         }
-        MenuItem { text: qsTr("New Space…"); onTriggered: spaceEditor.create() }
-        MenuItem { text: qsTr("Themes…"); onTriggered: themesPanel.show() }
+        GlassMenuItem { text: qsTr("New Space…"); onTriggered: spaceEditor.create() }
+        GlassMenuItem { text: qsTr("Themes…"); onTriggered: themesPanel.show() }
+        GlassSeparator {}
+        GlassMenuItem { text: qsTr("Settings…"); onTriggered: overlay.presenter.openSettings() }
         onClosed: overlay.restoreFocus()
     }
     RenameDialog {

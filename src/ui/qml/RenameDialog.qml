@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 
 // Renames an app (its shown name) or a folder.
-Dialog {
+GlassDialog {
     id: dialog
     required property GridPresenter presenter
     property string key
@@ -20,14 +20,13 @@ Dialog {
         nameField.forceActiveFocus()
     }
 
-    anchors.centerIn: parent
-    modal: true
     title: kind === CellKind.Folder ? qsTr("Rename folder") : qsTr("Rename app")
     standardButtons: Dialog.Ok | Dialog.Cancel
-    TextField {
+    GlassTextField {
         id: nameField
         objectName: "renameField"
-        width: 320
+        width: 340
+        placeholderText: dialog.kind === CellKind.Folder ? "" : qsTr("Leave empty for the app's own name")
         onAccepted: dialog.accept()
     }
     onAccepted: {

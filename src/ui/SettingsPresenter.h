@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QObject>
+#include <QVariant>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+
+class AppearanceRepositoryImpl;
+class GesturesManager;
+class GridPresenter;
+class HotCornersManager;
+class HotKeyManager;
+class LaunchpadViewModel;
+
+// What the settings window shows and changes. Every value is read through
+// value(name) and written through setValue(name, value), which takes effect
+// at once; `revision` moves on every change, made here or elsewhere, so the
+// window's bindings read again.
+class SettingsPresenter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the settings window")
+    Q_PROPERTY(int revision READ revision NOTIFY changed)
+    Q_PROPERTY(QString shortcutText READ shortcutText NOTIFY changed)
+    // The toggle shortcut is switched on but another program holds it.
+    Q_PROPERTY(bool shortcutTaken READ shortcutTaken NOTIFY changed)
+    Q_PROPERTY(QString pinchStatus READ pinchStatus NOTIFY changed)
+    Q_PROPERTY(GridPresenter *grid READ grid CONSTANT)
+public:
+    struct Services {
+        HotKeyManager *hotKeys = nullptr;
+        HotCornersManager *corners = nullptr;
+        GesturesManager *gestures = nullptr;
+        AppearanceRepositoryImpl *appearance = nullptr;
+        LaunchpadViewModel *layout = nullptr;
+        GridPresenter *grid = nullptr;
+        std::function<bool()> startsAtLogin;
+        std::function<bool(bool)> setStartsAtLogin;
+        std::function<bool()> showsInTaskbar;
+        std::function<void(bool)> setShowsInTaskbar;
+    };
+    explicit SettingsPresenter(Services services, QObject *parent = nullptr);
+
+    int revision() const { return m_revision; }
+    QString shortcutText() const;
+    bool shortcutTaken() const;
+    QString pinchStatus() const;
+    GridPresenter *grid() const { return m_services.grid; }
+
+    Q_INVOKABLE QVariant value(const QString &name) const;
+    // False (and nothing written) for a value out of range or of a wrong kind.
+    Q_INVOKABLE bool setValue(const QString &name, const QVariant &value);
+    // {min, max} of a number, or {values} of a choice.
+    Q_INVOKABLE QVariantMap range(const QString &name) const;
+    // A key press while the shortcut field records; true when it was taken.
+    Q_INVOKABLE bool recordShortcut(int key, int modifiers);
+
+    // Another process or a Space switch changed settings.
+    void reload();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void bump();
+
+    Services m_services;
+    int m_revision = 0;
+};

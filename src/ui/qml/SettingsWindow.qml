@@ -1,0 +1,259 @@
+pragma ComponentBehavior: Bound
+
+import Tillmora
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+// The settings window: sections on the left, the chosen one on the right,
+// in the overlay's dark glass look. Every control writes at once.
+Rectangle {
+    id: root
+    required property SettingsPresenter settings
+    readonly property GridPresenter grid: settings.grid
+    property int section: 0
+    width: 860
+    height: 600
+    color: "#171a22"
+    palette.window: "#171a22"
+    palette.windowText: "white"
+    palette.text: "white"
+    palette.base: "#252a36"
+    palette.button: "#2c3140"
+    palette.buttonText: "white"
+    palette.highlight: "#5b80ff"
+    palette.highlightedText: "white"
+    palette.mid: "#3a4050"
+    palette.light: "#3a4050"
+    palette.dark: "#5b80ff"
+
+    // A value of the presenter that reads again whenever any setting changes.
+    function v(name) { settings.revision; return settings.value(name) }
+
+    component Heading: Label {
+        font.pixelSize: 20
+        font.weight: Font.DemiBold
+        color: "white"
+        Layout.topMargin: 6
+        Layout.bottomMargin: 4
+    }
+    component Note: Label {
+        Layout.fillWidth: true
+        wrapMode: Text.WordWrap
+        color: Qt.rgba(1, 1, 1, 0.6)
+        font.pixelSize: 13
+    }
+    component SettingRow: RowLayout {
+        property alias label: rowLabel.text
+        Layout.fillWidth: true
+        spacing: 16
+        Label {
+            id: rowLabel
+            Layout.preferredWidth: 220
+            color: "white"
+            font.pixelSize: 15
+            wrapMode: Text.WordWrap
+        }
+    }
+    component Toggle: Switch {
+        id: toggle
+        property string name
+        checked: root.v(name) === true
+        onToggled: { if (!root.settings.setValue(name, checked)) checked = Qt.binding(() => root.v(name) === true) }
+    }
+    component Choice: ComboBox {
+        id: choice
+        property string name
+        property var labels: ({})
+        Layout.preferredWidth: 220
+        model: root.settings.range(name).values
+        displayText: labels[currentText] || currentText
+        currentIndex: { root.settings.revision; return model.indexOf(root.v(name)) }
+        delegate: ItemDelegate {
+            required property string modelData
+            width: choice.width
+            text: choice.labels[modelData] || modelData
+            highlighted: choice.highlightedIndex === model.index
+        }
+        onActivated: (index) => root.settings.setValue(name, model[index])
+    }
+    component NumberSlider: RowLayout {
+        id: number
+        property string name
+        property real step: 1
+        property int decimals: 0
+        readonly property var bounds: { root.settings.revision; return root.settings.range(name) }
+        spacing: 12
+        Slider {
+            id: slider
+            Layout.preferredWidth: 260
+            from: number.bounds.min
+            to: number.bounds.max
+            stepSize: number.step
+            snapMode: Slider.SnapAlways
+            value: root.v(number.name)
+            onMoved: root.settings.setValue(number.name, value)
+        }
+        Label {
+            color: "white"
+            font.pixelSize: 14
+            text: Number(slider.value).toFixed(number.decimals)
+        }
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 0
+        Rectangle {
+            Layout.fillHeight: true
+            Layout.preferredWidth: 200
+            color: "#12141b"
+            ListView {
+                id: sections
+                objectName: "settingsSections"
+                anchors.fill: parent
+                anchors.topMargin: 18
+                model: [qsTr("General"), qsTr("Appearance"), qsTr("Apps"), qsTr("Folders")]
+                currentIndex: root.section
+                delegate: ItemDelegate {
+                    required property string modelData
+                    required property int index
+                    width: sections.width
+                    height: 40
+                    text: modelData
+                    font.pixelSize: 15
+                    highlighted: root.section === index
+                    onClicked: root.section = index
+                    contentItem: Label { text: parent.text; font: parent.font; color: "white"; leftPadding: 10 }
+                    background: Rectangle {
+                        anchors.fill: parent
+                        anchors.margins: 4
+                        radius: 8
+                        color: parent.highlighted ? Qt.rgba(0.36, 0.5, 1, 0.8) : "transparent"
+                    }
+                }
+            }
+        }
+        ScrollView {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            contentWidth: availableWidth
+            StackLayout {
+                width: parent.width - 48
+                x: 24
+                y: 20
+                currentIndex: root.section
+
+                ColumnLayout { // General
+                    spacing: 14
+                    Heading { text: qsTr("General") }
+                    SettingRow { label: qsTr("Start Tillmora when I log in"); Toggle { name: "startAtLogin" } }
+                    SettingRow { label: qsTr("Show in the taskbar"); Toggle { name: "showInTaskbar" } }
+                    SettingRow {
+                        label: qsTr("Show and hide with")
+                        Toggle { name: "hotKeyEnabled" }
+                        Button {
+                            id: shortcutField
+                            objectName: "shortcutField"
+                            property bool recording: false
+                            Layout.preferredWidth: 200
+                            text: recording ? qsTr("Press the new shortcut…") : root.settings.shortcutText
+                            onClicked: { recording = true; forceActiveFocus() }
+                            onActiveFocusChanged: if (!activeFocus) recording = false
+                            Keys.onPressed: (event) => {
+                                if (!recording)
+                                    return
+                                event.accepted = true
+                                if (event.key === Qt.Key_Escape && event.modifiers === Qt.NoModifier)
+                                    recording = false
+                                else if (root.settings.recordShortcut(event.key, event.modifiers))
+                                    recording = false
+                            }
+                        }
+                    }
+                    Note {
+                        visible: root.settings.shortcutTaken
+                        color: "#ffb454"
+                        text: qsTr("Another program already uses this shortcut, so Tillmora cannot react to it. Choose another one.")
+                    }
+                    SettingRow {
+                        label: qsTr("Hot corner")
+                        Choice {
+                            name: "hotCorner"
+                            labels: ({"none": qsTr("Off"), "top-left": qsTr("Top left"), "top-right": qsTr("Top right"),
+                                      "bottom-left": qsTr("Bottom left"), "bottom-right": qsTr("Bottom right")})
+                        }
+                    }
+                    SettingRow { label: qsTr("Pinch on the touchpad"); Toggle { name: "pinchEnabled" } }
+                    SettingRow { label: qsTr("Fingers"); enabled: root.v("pinchEnabled") === true; NumberSlider { name: "pinchFingers" } }
+                    Note { visible: text.length > 0; color: "#ffb454"; text: root.settings.pinchStatus }
+                }
+
+                ColumnLayout { // Appearance
+                    spacing: 14
+                    Heading { text: qsTr("Appearance") }
+                    Note { text: qsTr("Icon size, columns, rows and labels are kept for each monitor; these apply to the one the overlay opens on.") }
+                    SettingRow { label: qsTr("Icon size"); NumberSlider { name: "iconSize"; step: 4 } }
+                    SettingRow { label: qsTr("Columns"); NumberSlider { name: "columns" } }
+                    SettingRow { label: qsTr("Rows"); NumberSlider { name: "rows" } }
+                    SettingRow { label: qsTr("Names under icons"); Toggle { name: "showLabels" } }
+                    SettingRow {
+                        label: qsTr("Theme")
+                        Choice { name: "theme"; labels: ({"auto": qsTr("Follow the desktop"), "light": qsTr("Light"), "dark": qsTr("Dark")}) }
+                    }
+                    SettingRow {
+                        label: qsTr("Title colour")
+                        Choice { name: "titleColorOverride"; labels: ({"auto": qsTr("Automatic"), "light": qsTr("Light"), "dark": qsTr("Dark")}) }
+                    }
+                    SettingRow { label: qsTr("Glass"); NumberSlider { name: "glassIntensity"; step: 0.05; decimals: 2 } }
+                    SettingRow { label: qsTr("Liquid glass"); Toggle { name: "liquidGlassEnabled" } }
+                    SettingRow {
+                        label: qsTr("Material")
+                        Choice { name: "liquidGlassMaterialStyle"; labels: ({"clear": qsTr("Clear"), "tinted": qsTr("Tinted")}) }
+                    }
+                    SettingRow { label: qsTr("Standard tint"); Toggle { name: "liquidGlassTintStandard" } }
+                    SettingRow { label: qsTr("Tint strength"); NumberSlider { name: "liquidGlassTintIntensity"; step: 0.05; decimals: 2 } }
+                    SettingRow { label: qsTr("Tint hue"); NumberSlider { name: "liquidGlassTintHue"; step: 0.01; decimals: 2 } }
+                }
+
+                ColumnLayout { // Apps
+                    spacing: 10
+                    Heading { text: qsTr("Hidden apps") }
+                    Note {
+                        visible: hiddenRepeater.count === 0
+                        text: qsTr("No hidden apps. Right-click an app in Tillmora and choose Hide to keep it off the grid.")
+                    }
+                    Repeater {
+                        id: hiddenRepeater
+                        model: root.grid ? root.grid.hiddenApps.apps : null
+                        delegate: RowLayout {
+                            id: hiddenRow
+                            required property string key
+                            required property string title
+                            required property string iconPath
+                            Layout.fillWidth: true
+                            spacing: 12
+                            Image {
+                                Layout.preferredWidth: 32
+                                Layout.preferredHeight: 32
+                                source: "image://icon/" + encodeURIComponent(hiddenRow.iconPath)
+                                sourceSize: Qt.size(32, 32)
+                                asynchronous: true
+                            }
+                            Label { Layout.fillWidth: true; text: hiddenRow.title; color: "white"; font.pixelSize: 15; elide: Text.ElideRight }
+                            SheetButton { text: qsTr("Unhide"); onClicked: root.grid.hiddenApps.unhide(hiddenRow.key) }
+                        }
+                    }
+                    Heading { text: qsTr("Names and icons") }
+                    Note { text: qsTr("Right-click an app in Tillmora to rename it or give it an icon of your own. Rename with an empty name to give it its own name back.") }
+                }
+
+                ColumnLayout { // Folders
+                    spacing: 14
+                    Heading { text: qsTr("Folders") }
+                    SettingRow { label: qsTr("Open folder grid (rows × columns)"); Choice { name: "folderAppsGrid" } }
+                }
+            }
+        }
+    }
+}
