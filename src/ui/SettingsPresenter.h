@@ -52,6 +52,10 @@ public:
     Q_INVOKABLE bool setValue(const QString &name, const QVariant &value);
     // {min, max} of a number, or {values} of a choice.
     Q_INVOKABLE QVariantMap range(const QString &name) const;
+    Q_INVOKABLE QStringList choices(const QString &name) const
+    {
+        return range(name).value(QStringLiteral("values")).toStringList();
+    }
     // A key press while the shortcut field records; true when it was taken.
     Q_INVOKABLE bool recordShortcut(int key, int modifiers);
 

@@ -181,7 +181,8 @@ private Q_SLOTS:
         launcher->failing.insert(QStringLiteral("/apps/App4.app"));
         QTest::mouseClick(view.get(), Qt::LeftButton, {}, cellCenter(4).toPoint());
         QTRY_COMPARE(launcher->openedApps.size(), 2);
-        QCOMPARE(hide.size(), 1); // a failed launch keeps the overlay open
+        QCOMPARE(hide.size(), 1); // a failed launch keeps the overlay open and says why
+        QCOMPARE(presenter->notice(), QStringLiteral("App4 could not be opened: refused"));
 
         QTest::keyClick(view.get(), Qt::Key_Escape);
         QCOMPARE(hide.size(), 2);
@@ -241,6 +242,56 @@ private Q_SLOTS:
         QTRY_COMPARE(presenter->search()->text(), QStringLiteral("app1"));
         QTest::keyClick(view.get(), Qt::Key_Escape);
         QTRY_COMPARE(presenter->search()->text(), QString());
+    }
+
+    // What the right-click menu offers, by the entries a user can reach.
+    void menuEntries(int cell, QStringList &entries)
+    {
+        auto *menu = view->rootObject()->findChild<QObject *>(QStringLiteral("itemMenu"));
+        QTest::mouseClick(view.get(), Qt::RightButton, {}, cellCenter(cell).toPoint());
+        QTRY_VERIFY_WITH_TIMEOUT(menu->property("opened").toBool(), 2000);
+        entries.clear();
+        for (int i = 0; i < menu->property("count").toInt(); ++i) {
+            QQuickItem *item = nullptr;
+            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
+            if (item && item->isVisible() && item->isEnabled() && item->height() > 0
+                && !item->property("text").toString().isEmpty())
+                entries.append(item->property("text").toString());
+        }
+        QTest::keyClick(view.get(), Qt::Key_Escape);
+        QTRY_VERIFY(!menu->property("opened").toBool());
+    }
+
+    void theMenuListsOnlyWhatApplies()
+    {
+        launcher->actionsByPath.insert(QStringLiteral("/apps/App1.app"), {{QStringLiteral("new-window"), QStringLiteral("New Window")}});
+        const auto folder = model->createFolder(QStringLiteral("Tools"), {QStringLiteral("/apps/App6.app"),
+                                                                           QStringLiteral("/apps/App7.app")}, {}, 6);
+        QVERIFY(folder);
+        QTRY_COMPARE(presenter->pages()->keyAt(0, 6), folder->key());
+
+        QStringList entries;
+        menuEntries(1, entries);
+        QCOMPARE(entries, (QStringList{"Open", "New Window", "Rename…", "Change icon…", "Hide", "Show hidden apps…"}));
+        menuEntries(6, entries);
+        QCOMPARE(entries, (QStringList{"Open", "Rename…", "Dissolve folder", "Show hidden apps…"}));
+
+        // The entry's own action runs through the launcher, for that app.
+        auto *menu = view->rootObject()->findChild<QObject *>(QStringLiteral("itemMenu"));
+        QTest::mouseClick(view.get(), Qt::RightButton, {}, cellCenter(1).toPoint());
+        QTRY_VERIFY(menu->property("opened").toBool());
+        QQuickItem *newWindow = nullptr;
+        for (int i = 0; i < menu->property("count").toInt() && !newWindow; ++i) {
+            QQuickItem *item = nullptr;
+            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
+            if (item && item->property("text").toString() == QStringLiteral("New Window"))
+                newWindow = item;
+        }
+        QVERIFY(newWindow);
+        QTest::qWait(100); // the menu settles where it opens
+        QTest::mouseClick(view.get(), Qt::LeftButton, {},
+                          newWindow->mapToScene(QPointF(newWindow->width() / 2, newWindow->height() / 2)).toPoint());
+        QTRY_COMPARE(launcher->openedActions, QStringList{QStringLiteral("/apps/App1.app#new-window")});
     }
 
     void theMenuKeyOpensTheMenuAtTheSelectedIcon()

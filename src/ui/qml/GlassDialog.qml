@@ -37,7 +37,8 @@ Dialog {
         spacing: 10
         background: null
         delegate: SheetButton {
-            primary: DialogButtonBox.buttonRole === DialogButtonBox.AcceptRole
+            // 0 is the accept role: the button that confirms is the blue one.
+            primary: DialogButtonBox.buttonRole === 0
             minimumHeight: 34
             font.pixelSize: 14
         }

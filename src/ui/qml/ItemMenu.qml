@@ -36,19 +36,18 @@ GlassMenu {
     }
     // The desktop entry's own actions ("New Window" ...), after Open; menus
     // take no repeated items, so a few fixed places are filled in order.
+    function actionAt(slot) { return slot < appActions.length ? appActions[slot] : null }
     component AppAction: Entry {
-        property int slot
-        readonly property var entry: slot < menu.appActions.length ? menu.appActions[slot] : null
+        property var entry: null
         visible: entry !== null
         text: entry ? entry.name : ""
-        onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id)
     }
-    AppAction { slot: 0 }
-    AppAction { slot: 1 }
-    AppAction { slot: 2 }
-    AppAction { slot: 3 }
-    AppAction { slot: 4 }
-    AppAction { slot: 5 }
+    AppAction { entry: menu.actionAt(0); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
+    AppAction { entry: menu.actionAt(1); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
+    AppAction { entry: menu.actionAt(2); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
+    AppAction { entry: menu.actionAt(3); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
+    AppAction { entry: menu.actionAt(4); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
+    AppAction { entry: menu.actionAt(5); onTriggered: menu.presenter.activation.activateAction(menu.key, entry.id) }
     Entry {
         text: qsTr("Rename…")
         visible: menu.kind === CellKind.App || menu.kind === CellKind.Folder

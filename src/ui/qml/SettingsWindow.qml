@@ -66,14 +66,15 @@ Rectangle {
         property string name
         property var labels: ({})
         Layout.preferredWidth: 220
-        model: root.settings.range(name).values
+        model: root.settings.choices(name)
         displayText: labels[currentText] || currentText
         currentIndex: { root.settings.revision; return model.indexOf(root.v(name)) }
         delegate: ItemDelegate {
             required property string modelData
+            required property int index
             width: choice.width
             text: choice.labels[modelData] || modelData
-            highlighted: choice.highlightedIndex === model.index
+            highlighted: choice.highlightedIndex === index
         }
         onActivated: (index) => root.settings.setValue(name, model[index])
     }
@@ -116,6 +117,7 @@ Rectangle {
                 model: [qsTr("General"), qsTr("Appearance"), qsTr("Apps"), qsTr("Folders")]
                 currentIndex: root.section
                 delegate: ItemDelegate {
+                    id: sectionItem
                     required property string modelData
                     required property int index
                     width: sections.width
@@ -124,12 +126,12 @@ Rectangle {
                     font.pixelSize: 15
                     highlighted: root.section === index
                     onClicked: root.section = index
-                    contentItem: Label { text: parent.text; font: parent.font; color: "white"; leftPadding: 10 }
+                    contentItem: Label { text: sectionItem.text; font: sectionItem.font; color: "white"; leftPadding: 10 }
                     background: Rectangle {
                         anchors.fill: parent
                         anchors.margins: 4
                         radius: 8
-                        color: parent.highlighted ? Qt.rgba(0.36, 0.5, 1, 0.8) : "transparent"
+                        color: sectionItem.highlighted ? Qt.rgba(0.36, 0.5, 1, 0.8) : "transparent"
                     }
                 }
             }
@@ -237,7 +239,8 @@ Rectangle {
                                 Layout.preferredWidth: 32
                                 Layout.preferredHeight: 32
                                 source: "image://icon/" + encodeURIComponent(hiddenRow.iconPath)
-                                sourceSize: Qt.size(32, 32)
+                                sourceSize.width: 32
+                                sourceSize.height: 32
                                 asynchronous: true
                             }
                             Label { Layout.fillWidth: true; text: hiddenRow.title; color: "white"; font.pixelSize: 15; elide: Text.ElideRight }
