@@ -10,6 +10,7 @@
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/AppsCustomizationRepository.h"
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
 #include "ui/RenderingBackend.h"
@@ -69,16 +70,18 @@ int main(int argc, char **argv)
     platform.logSession();
     AppDelegate delegate(platform.application(channel, arguments), StorageLocations::fromEnvironment());
     std::unique_ptr<SettingsWindow> settings;
-    delegate.setStatusItemFactory([&settings](LaunchpadWindowController &controller) {
-        return StatusBarController::createIfAvailable(controller, [&settings, &controller] {
-            if (!settings) {
-                const SettingsWindow::StartAtLogin login{&Platform::startsAtLogin, &Platform::setStartsAtLogin};
-                settings = std::make_unique<SettingsWindow>(controller.hotKeyManager(), controller.hotCornersManager(), login);
-            }
-            settings->show();
-            settings->raise();
-            settings->activateWindow();
-        });
+    // The tray item and `tillmora settings` both ask the controller; only this opens the window.
+    const auto openSettings = [&settings](LaunchpadWindowController &controller) {
+        if (!settings) {
+            const SettingsWindow::StartAtLogin login{&Platform::startsAtLogin, &Platform::setStartsAtLogin};
+            settings = std::make_unique<SettingsWindow>(controller.hotKeyManager(), controller.hotCornersManager(), login);
+        }
+        settings->show();
+        settings->raise();
+        settings->activateWindow();
+    };
+    delegate.setStatusItemFactory([](LaunchpadWindowController &controller) {
+        return StatusBarController::createIfAvailable(controller, [&controller] { controller.openSettings(); });
     });
     delegate.setCataloguePlatform(platform.catalogue());
     delegate.setInputPlatformFactory([&platform] { return platform.input(); });
@@ -91,7 +94,10 @@ int main(int argc, char **argv)
                          CompositionRoot &root = controller->composition();
                          presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
                                                                      *root.appearanceRepo, root.appLauncher);
+                         QObject::connect(controller, &LaunchpadWindowController::settingsRequested, &app,
+                                          [&openSettings, controller] { openSettings(*controller); });
                          presenter->setSpaces(&controller->spaces());
+                         presenter->setCustomIcons(root.appsCustomizationRepository.get());
                          presenter->themes()->attach(&controller->spaces(), controller->layout(), &root);
                          presenter->attach({controller->workflows(), root.workflowLaunchService,
                                             root.systemFoldersService, root.systemFolderAssets,
@@ -102,6 +108,9 @@ int main(int argc, char **argv)
                                  // "theme:NAME" is an icon of the theme by name (system folders).
                                  if (path.startsWith(QLatin1String("theme:")))
                                      return QIcon::fromTheme(path.mid(6));
+                                 // "file:PATH" is an image file (a custom icon).
+                                 if (path.startsWith(QLatin1String("file:")))
+                                     return QIcon(path.mid(5));
                                  return lookup->icon(path);
                              });
                      });

@@ -2,6 +2,7 @@
 
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
+#include "storage/AppsCustomizationRepository.h"
 
 CellFactory::CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &names)
     : m_layout(layout)
@@ -12,6 +13,15 @@ CellFactory::CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &name
 QString CellFactory::appTitle(const AppItem &app) const
 {
     return m_names.displayName(app.path, app.displayName);
+}
+
+QString CellFactory::iconOf(const AppItem &app) const
+{
+    // Each import is a new file, so a changed icon is a new source to the views.
+    if (m_icons)
+        if (const auto custom = m_icons->icon(app.path); custom && !custom->isAsset())
+            return QStringLiteral("file:") + custom->imagePath;
+    return app.path;
 }
 
 QString CellFactory::titleOf(const QString &key) const
@@ -30,7 +40,8 @@ QString CellFactory::titleOf(const QString &key) const
 
 GridCellBuilder CellFactory::builder() const
 {
-    return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); }};
+    return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); },
+                           [this](const AppItem &app) { return iconOf(app); }};
 }
 
 QList<QList<GridCell>> CellFactory::pages(const QStringList &slots, const PageGeometry &geometry,

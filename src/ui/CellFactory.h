@@ -5,6 +5,7 @@
 #include <QString>
 
 class AppNameRepositoryImpl;
+class AppsCustomizationRepository;
 class LaunchpadViewModel;
 
 // Names and cells as every view shows them (custom names applied), shared by
@@ -13,6 +14,10 @@ class CellFactory {
 public:
     CellFactory(LaunchpadViewModel &layout, AppNameRepositoryImpl &names);
 
+    // Apps with a custom icon show it; without this, every app shows its own.
+    void setCustomIcons(const AppsCustomizationRepository *icons) { m_icons = icons; }
+    // "file:" + the custom icon's image, else the app's path.
+    QString iconOf(const AppItem &app) const;
     QString appTitle(const AppItem &app) const;
     QString titleOf(const QString &key) const;
     GridCellBuilder builder() const;
@@ -23,4 +28,5 @@ public:
 private:
     LaunchpadViewModel &m_layout;
     AppNameRepositoryImpl &m_names;
+    const AppsCustomizationRepository *m_icons = nullptr;
 };

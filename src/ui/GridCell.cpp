@@ -22,14 +22,14 @@ GridCell GridCellBuilder::cellFor(const QString &key) const
         if (lookup && unavailable != lookup->unavailableAppsByPath.cend()) {
             cell.kind = GridCell::Kind::Unavailable;
             cell.title = displayName ? displayName(*unavailable) : unavailable->displayName;
-            cell.iconPath = unavailable->path;
+            cell.iconPath = iconFor ? iconFor(*unavailable) : unavailable->path;
         }
         return cell;
     }
     if (const auto *app = std::get_if<AppItem>(&*entry)) {
         cell.kind = GridCell::Kind::App;
         cell.title = displayName ? displayName(*app) : app->displayName;
-        cell.iconPath = app->path;
+        cell.iconPath = iconFor ? iconFor(*app) : app->path;
     } else if (const auto *folder = std::get_if<FolderItem>(&*entry)) {
         cell.kind = GridCell::Kind::Folder;
         cell.title = folder->name;

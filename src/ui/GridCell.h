@@ -35,6 +35,8 @@ struct GridCell {
 struct GridCellBuilder {
     const GridLookup *lookup = nullptr;
     std::function<QString(const AppItem &)> displayName;
+    // What the icon provider resolves for an app (a custom icon); its path when unset.
+    std::function<QString(const AppItem &)> iconFor;
 
     GridCell cellFor(const QString &key) const;
     QList<GridCell> page(const QStringList &slots, const PageGeometry &geometry, int page) const;

@@ -93,10 +93,21 @@ void GridPresenter::renameApp(const QString &key, const QString &name)
     if (path.isEmpty())
         return;
     m_names.setCustomName(path, name.trimmed());
+    refreshApps();
+}
+
+void GridPresenter::refreshApps()
+{
     m_pages.contentChanged();
     m_folder.refresh();
     m_search.rebuild();
     m_hidden.rebuild();
+}
+
+void GridPresenter::setCustomIcons(const AppsCustomizationRepository *icons)
+{
+    m_cells.setCustomIcons(icons);
+    refreshApps();
 }
 
 bool GridPresenter::removeWidget(const QString &widgetId)

@@ -20,6 +20,7 @@
 
 class AppLauncher;
 class AppNameRepositoryImpl;
+class AppsCustomizationRepository;
 class FileChooser;
 class LaunchpadViewModel;
 class SystemFolderPanelAssetCache;
@@ -67,6 +68,9 @@ public:
     // The Spaces the strip shows; a switch ends what was half done on the
     // old grid (a drag, an open folder, a search).
     void setSpaces(SpacesViewModel *spaces);
+    void setCustomIcons(const AppsCustomizationRepository *icons);
+    // An app's name or icon changed: every view showing apps re-reads them.
+    void refreshApps();
     WorkflowsPresenter *workflows() { return &m_workflows; }
     SystemFoldersPresenter *systemFolders() { return &m_systemFolders; }
     // What workflows and system folders need; until attached they do nothing.
