@@ -105,6 +105,8 @@ int main(int argc, char **argv)
                          CompositionRoot &root = controller->composition();
                          presenter = std::make_unique<GridPresenter>(*controller->layout(), *root.appNameRepository,
                                                                      *root.appearanceRepo, root.appLauncher);
+                         QObject::connect(controller, &LaunchpadWindowController::settingsRequested, &app,
+                                          openSettings);
                          presenter->setSpaces(&controller->spaces());
                          presenter->themes()->attach(&controller->spaces(), controller->layout(), &root);
                          presenter->attach({controller->workflows(), root.workflowLaunchService,

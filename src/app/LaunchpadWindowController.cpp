@@ -8,6 +8,7 @@
 #include "input/HotCornersManager.h"
 #include "input/HotKeyManager.h"
 #include "input/KnockToLaunchManager.h"
+#include "layout/FolderAppsGrid.h"
 #include "layout/LaunchpadViewModel.h"
 #include "spaces/SpaceStorageProvider.h"
 #include "spaces/SpacesAutoSwitchService.h"
@@ -172,6 +173,10 @@ void LaunchpadWindowController::takeInChangedSettings(const QStringList &keys)
     if (keys.contains(QLatin1String(SettingsKeys::kHotCornerSelected)))
         m_hotCornersManager->setSelectedCorner(
             HotCornerGeometry::fromRawValue(store.string(QLatin1String(SettingsKeys::kHotCornerSelected)).value_or(QString())));
+    if (keys.contains(QLatin1String(SettingsKeys::kFolderAppsGrid))) {
+        const auto raw = store.string(QLatin1String(SettingsKeys::kFolderAppsGrid)).value_or(QString());
+        m_layout->setFolderAppsGrid(FolderAppsGrids::fromRawValue(raw).value_or(FolderAppsGrids::kDefault));
+    }
     if (keys.contains(QLatin1String(SettingsKeys::kHotCornerEnabled)))
         m_hotCornersManager->setEnabled(store.boolValue(QLatin1String(SettingsKeys::kHotCornerEnabled)));
     Q_EMIT settingsChangedElsewhere(keys);
@@ -190,6 +195,7 @@ LaunchpadWindowController::~LaunchpadWindowController()
 void LaunchpadWindowController::showOverlay() { setOverlayVisible(true); }
 void LaunchpadWindowController::hideOverlay() { setOverlayVisible(false); }
 void LaunchpadWindowController::toggleOverlay() { setOverlayVisible(!m_overlayVisible); }
+void LaunchpadWindowController::openSettings() { Q_EMIT settingsRequested(); }
 
 void LaunchpadWindowController::setOverlayVisible(bool visible)
 {

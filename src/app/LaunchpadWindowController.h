@@ -50,8 +50,16 @@ public Q_SLOTS:
     void showOverlay();
     void hideOverlay();
     void toggleOverlay();
+    // `tillmora settings`: the view side opens its settings window on settingsRequested.
+    void openSettings();
 
 Q_SIGNALS:
+    void settingsRequested();
+    // Changed in this process by a command (another process's changes come
+    // as settingsChangedElsewhere): views re-read the look, or the names
+    // and icons of the apps.
+    void appearanceChanged();
+    void appsCustomized();
     void overlayVisibleChanged(bool visible);
     // The installed applications changed on disk (after the monitor's quiet second).
     void catalogueChanged();

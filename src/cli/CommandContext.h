@@ -1,6 +1,7 @@
 #pragma once
 
 class LaunchpadViewModel;
+class LaunchpadWindowController;
 class WorkflowsViewModel;
 struct CompositionRoot;
 
@@ -14,4 +15,7 @@ struct CommandContext {
     // Headless, the process ends with the command: a launch must run to its
     // last item first. The running launcher answers at once instead.
     bool waitForLaunches = false;
+    // The running launcher (its inputs, and the views that follow a change);
+    // null headless.
+    LaunchpadWindowController *launcher = nullptr;
 };

@@ -83,16 +83,24 @@ CommandResult overlayCommand(const Verbs::Verb &verb, const QStringList &args)
     }
     if (verb.overlay == Verbs::OverlayAction::Hide)
         return CommandResult::ok(); // nothing is shown
-    // Started without arguments, the launcher shows its overlay. Success is
-    // said only once it answers: without a display it cannot start at all.
+    // Started without arguments, the launcher shows its overlay; for the
+    // settings window it starts in the background and is asked once up.
+    // Success is said only once it answers: without a display it cannot
+    // start at all.
+    const bool settings = verb.overlay == Verbs::OverlayAction::Settings;
+    const QStringList launchArguments = settings ? QStringList{QStringLiteral("--login-item")} : QStringList{};
     qint64 pid = 0;
-    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), {}, QString(), &pid))
+    if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), launchArguments, QString(), &pid))
         return CommandResult::failure(QStringLiteral("could not start the launcher"));
     QElapsedTimer waited;
     waited.start();
     while (waited.elapsed() < kLauncherStartTimeoutMs) {
-        if (launcherRunning())
-            return CommandResult::ok();
+        if (launcherRunning()) {
+            if (!settings)
+                return CommandResult::ok();
+            const auto opened = forward(args);
+            return opened ? *opened : CommandResult::failure(QStringLiteral("the running launcher did not answer"));
+        }
         if (!processAlive(pid))
             return CommandResult::failure(QStringLiteral("the launcher could not start; run 'tillmora' to see why"));
         QThread::msleep(100);

@@ -40,7 +40,7 @@ void runAndSave(const Invocation &invocation, LaunchpadWindowController &control
                                      ? Verbs::find(invocation.args)->spaces(invocation.args.mid(1), controller.spaces())
                                      : [&] {
                                            CommandContext context{*controller.layout(), *controller.workflows(),
-                                                                  controller.composition()};
+                                                                  controller.composition(), false, &controller};
                                            return LayoutCommands::run(invocation.args, context);
                                        }();
     // A reading command's answer never waits for, or fails with, the
@@ -145,6 +145,7 @@ void handle(const QJsonObject &request, LaunchpadWindowController &controller, I
     case Verbs::OverlayAction::Toggle: controller.toggleOverlay(); break;
     case Verbs::OverlayAction::Show: controller.showOverlay(); break;
     case Verbs::OverlayAction::Hide: controller.hideOverlay(); break;
+    case Verbs::OverlayAction::Settings: controller.openSettings(); break;
     case Verbs::OverlayAction::None: break;
     }
     reply(toJson(CommandResult::ok()));

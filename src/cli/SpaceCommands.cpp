@@ -2,7 +2,7 @@
 
 #include "cli/Verbs.h"
 #include "foundation/Uuids.h"
-#include "input/KeyboardShortcut.h"
+#include "input/ShortcutNames.h"
 #include "spaces/SpaceEditViewModel.h"
 #include "spaces/SpaceTexts.h"
 #include "spaces/SpacesAutoSwitchService.h"
@@ -206,7 +206,8 @@ CommandResult edit(const QStringList &args, SpacesViewModel &spaces)
         } else if (a == QLatin1String("--hotkey")) {
             if (value == QLatin1String("none")) {
                 edit.clearHotKey();
-            } else if (const auto combo = KeyboardShortcut::parse(value)) {
+            } else if (const auto combo = ShortcutNames::parse(value);
+                       combo && (combo->modifierFlags != 0 || ShortcutNames::standsAlone(combo->keyCode))) {
                 edit.setHotKey(combo->keyCode, combo->modifierFlags);
             } else {
                 return CommandResult::usage(

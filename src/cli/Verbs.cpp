@@ -2,6 +2,7 @@
 
 #include "cli/DefaultsCommand.h"
 #include "cli/LayoutCommands.h"
+#include "cli/SettingsCommands.h"
 #include "cli/SpaceCommands.h"
 #include "cli/ThemeCommands.h"
 #include "cli/WorkflowCommands.h"
@@ -28,6 +29,7 @@ const char *title(Section section)
     case Section::Widgets: return "Widgets:\n";
     case Section::Workflows: return "Workflows and system folders:\n";
     case Section::Spaces: return "Spaces (profiles; every command above acts on the active one):\n";
+    case Section::Look: return "Look, names, icons and shortcuts (the running launcher follows at once):\n";
     case Section::Settings: return "Settings (raw, without loading the layout):\n";
     }
     return "";
@@ -37,6 +39,7 @@ using S = Section;
 using O = OverlayAction;
 namespace L = LayoutCommands;
 namespace W = WorkflowCommands;
+namespace C = SettingsCommands;
 
 // Order matters twice: --help prints rows in this order, and a bare row is
 // tried before a row of the same name that takes arguments.
@@ -56,6 +59,10 @@ const QList<Verb> kVerbs{
      false, true, true, O::Toggle, nullptr, nullptr},
     {"show", "", S::Overlay, "show", "", false, true, true, O::Show, nullptr, nullptr},
     {"hide", "", S::Overlay, "hide", "", false, true, true, O::Hide, nullptr, nullptr},
+    {"settings", "", S::Overlay, "settings",
+     "  settings                   Open the settings window (starting the launcher\n"
+     "                             in the background when none runs).\n",
+     false, true, true, O::Settings, nullptr, nullptr},
 
     {"apps", "", S::Reading, "apps [--json]",
      "  apps [--json]              Installed applications: path and name per line.\n", false, true, false, O::None,
@@ -137,6 +144,33 @@ const QList<Verb> kVerbs{
      "                             Download, verify and import one; prints the Space's id.\n",
      true, true, false, O::None, nullptr, nullptr, ThemeCommands::run, nullptr, ThemeCommands::readsOnly,
      ThemeCommands::isCatalogCommand},
+
+    {"appearance", "", S::Look, "appearance [--json] | appearance set KEY VALUE [--display KEY]",
+     "  appearance [--json]        The look on the display the overlay last used:\n"
+     "                             icon size (and its range there), grid, labels,\n"
+     "                             glass, theme, backgrounds, the folder grid.\n"
+     "  appearance set KEY VALUE [--display KEY]\n"
+     "                             Change one; KEY as 'appearance' prints it. iconSize,\n"
+     "                             columns, rows and showLabels are kept per display.\n",
+     true, true, false, O::None, nullptr, nullptr, C::appearance, nullptr, C::appearanceReadsOnly},
+    {"icon", "", S::Look, "icon set APP FILE | icon reset APP",
+     "  icon set APP FILE          Give an app the image FILE as its icon.\n"
+     "  icon reset APP             Its own icon again.\n",
+     true, true, false, O::None, nullptr, nullptr, C::icon},
+    {"rename", "", S::Look, "rename APP NAME",
+     "  rename APP NAME            Show the app as NAME; an empty NAME ('') gives it\n"
+     "                             its own name back. APP is the app's path, its\n"
+     "                             desktop-file id or the name it shows.\n",
+     true, true, false, O::None, nullptr, nullptr, C::rename},
+    {"hotkey", "", S::Look, "hotkey [set COMBO]",
+     "  hotkey [set COMBO]         The shortcut that shows and hides the launcher, or\n"
+     "                             set it: super+4, ctrl+alt+l, shift+f5, f12 (keys as\n"
+     "                             printed on the keyboard: F1-F24, Space, Enter, Page Up...).\n",
+     true, true, false, O::None, nullptr, nullptr, C::hotkey, nullptr, C::readsOnlyWithoutArguments},
+    {"hotcorner", "", S::Look, "hotcorner [set top-left|top-right|bottom-left|bottom-right|none]",
+     "  hotcorner [set CORNER]     The screen corner that shows and hides the launcher:\n"
+     "                             top-left, top-right, bottom-left, bottom-right or none.\n",
+     true, true, false, O::None, nullptr, nullptr, C::hotcorner, nullptr, C::readsOnlyWithoutArguments},
 
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.

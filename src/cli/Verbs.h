@@ -15,10 +15,10 @@ struct CommandContext;
 namespace Verbs {
 
 // The --help sections, in the order they are printed.
-enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Workflows, Spaces, Settings };
+enum class Section { Options, Overlay, Reading, Grid, Folders, Widgets, Workflows, Spaces, Look, Settings };
 
 // What an overlay verb asks of the running launcher's window.
-enum class OverlayAction { None, Toggle, Show, Hide };
+enum class OverlayAction { None, Toggle, Show, Hide, Settings };
 
 // Reads or edits the loaded layout; args follow the verb. Runs headless, or
 // inside the running launcher on its own model.

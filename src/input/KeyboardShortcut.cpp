@@ -61,33 +61,3 @@ QString displayText(quint64 flags, quint32 keyCode)
 
 }
 
-namespace KeyboardShortcut {
-
-std::optional<Combination> parse(const QString &text)
-{
-    const QStringList parts = text.trimmed().split(u'+');
-    if (parts.size() < 2)
-        return std::nullopt; // a global shortcut without a modifier would eat the key
-    quint64 flags = 0;
-    for (const QString &part : parts.mid(0, parts.size() - 1)) {
-        const QString m = part.trimmed().toLower();
-        if (m == QLatin1String("ctrl") || m == QLatin1String("control"))
-            flags |= kControlFlag;
-        else if (m == QLatin1String("super") || m == QLatin1String("meta") || m == QLatin1String("cmd")
-                 || m == QLatin1String("win"))
-            flags |= kCommandFlag;
-        else if (m == QLatin1String("alt") || m == QLatin1String("option"))
-            flags |= kOptionFlag;
-        else if (m == QLatin1String("shift"))
-            flags |= kShiftFlag;
-        else
-            return std::nullopt;
-    }
-    const QString key = parts.last().trimmed();
-    for (const VirtualKey &named : namedKeys())
-        if (key.compare(QLatin1String(named.name), Qt::CaseInsensitive) == 0)
-            return Combination{named.code, flags};
-    return std::nullopt;
-}
-
-}

@@ -32,15 +32,6 @@ struct VirtualKey {
 std::span<const VirtualKey> namedKeys();
 std::optional<QString> keyName(quint32 keyCode);
 
-struct Combination {
-    quint32 keyCode;
-    quint64 modifierFlags;
-};
-// A combination written as on a PC keyboard, "ctrl+super+1", "alt+shift+L"
-// (case does not matter; super, meta and cmd are the same key, as are alt
-// and option); nothing when a part is not a key or modifier we know.
-std::optional<Combination> parse(const QString &text);
-
 // "⌘⌥⇧⌃" in that order for the held modifiers, then the key's name or
 // "KeyCode(n)"; the default shortcut reads "⌘4".
 QString displayText(quint64 modifierFlags, quint32 keyCode);

@@ -78,6 +78,28 @@ void AppearanceRepositoryImpl::setLastDisplay(const QString &key)
         m_machine->set(key, QLatin1String(SettingsKeys::kLastOverlayDisplay));
 }
 
+DisplayProfile AppearanceRepositoryImpl::lastDisplayProfile() const
+{
+    DisplayProfile display{lastDisplay()};
+    const auto min = m_machine->number(QLatin1String(SettingsKeys::kLastOverlayDisplayMinIconSize));
+    const auto max = m_machine->number(QLatin1String(SettingsKeys::kLastOverlayDisplayMaxIconSize));
+    // A range that does not hold together is no range; the general one serves.
+    if (min && max && std::isfinite(*min) && std::isfinite(*max) && *min > 0 && *min <= *max) {
+        display.minIconSize = *min;
+        display.maxIconSize = *max;
+    }
+    return display;
+}
+
+void AppearanceRepositoryImpl::setLastDisplayProfile(const DisplayProfile &display)
+{
+    setLastDisplay(display.key);
+    for (const auto &[key, value] : {std::pair{SettingsKeys::kLastOverlayDisplayMinIconSize, display.minIconSize},
+                                     std::pair{SettingsKeys::kLastOverlayDisplayMaxIconSize, display.maxIconSize}})
+        if (m_machine->persistedObject(QLatin1String(key)) != QVariant(value))
+            m_machine->set(value, QLatin1String(key));
+}
+
 int AppearanceRepositoryImpl::rows(const DisplayProfile &display) const
 {
     const auto n = m_defaults->integer(displayKey(QLatin1String(SettingsKeys::kRows), display));
@@ -173,4 +195,38 @@ double AppearanceRepositoryImpl::liquidGlassTintHue() const
 void AppearanceRepositoryImpl::setLiquidGlassTintHue(double value)
 {
     write(QLatin1String(SettingsKeys::kLiquidGlassTintHue), value);
+}
+
+bool AppearanceRepositoryImpl::flag(const char *key, bool fallback) const
+{
+    // Registered defaults answer first where the process registered them.
+    const QString name = QLatin1String(key);
+    return m_defaults->object(name).isValid() ? m_defaults->boolValue(name) : fallback;
+}
+
+bool AppearanceRepositoryImpl::blurEnabled() const { return flag(SettingsKeys::kBlurEnabled, true); }
+
+void AppearanceRepositoryImpl::setBlurEnabled(bool enabled)
+{
+    write(QLatin1String(SettingsKeys::kBlurEnabled), enabled);
+}
+
+bool AppearanceRepositoryImpl::filledBackgroundEnabled() const
+{
+    return flag(SettingsKeys::kFilledBackgroundEnabled, false);
+}
+
+void AppearanceRepositoryImpl::setFilledBackgroundEnabled(bool enabled)
+{
+    write(QLatin1String(SettingsKeys::kFilledBackgroundEnabled), enabled);
+}
+
+bool AppearanceRepositoryImpl::cellBackgroundEnabled() const
+{
+    return flag(SettingsKeys::kCellBackgroundEnabled, false);
+}
+
+void AppearanceRepositoryImpl::setCellBackgroundEnabled(bool enabled)
+{
+    write(QLatin1String(SettingsKeys::kCellBackgroundEnabled), enabled);
 }

@@ -27,6 +27,10 @@ public:
     // The key of the display the overlay last used; "default" before any.
     virtual QString lastDisplay() const = 0;
     virtual void setLastDisplay(const QString &key) = 0;
+    // The last display with the icon sizes it allows, for readers that have
+    // no display of their own (the command line).
+    virtual DisplayProfile lastDisplayProfile() const = 0;
+    virtual void setLastDisplayProfile(const DisplayProfile &display) = 0;
     virtual double glassIntensity() const = 0;
     virtual void setGlassIntensity(double value) = 0;
     virtual QString theme() const = 0;
@@ -43,6 +47,12 @@ public:
     virtual void setLiquidGlassTintIntensity(double value) = 0;
     virtual double liquidGlassTintHue() const = 0;
     virtual void setLiquidGlassTintHue(double value) = 0;
+    virtual bool blurEnabled() const = 0;
+    virtual void setBlurEnabled(bool enabled) = 0;
+    virtual bool filledBackgroundEnabled() const = 0;
+    virtual void setFilledBackgroundEnabled(bool enabled) = 0;
+    virtual bool cellBackgroundEnabled() const = 0;
+    virtual void setCellBackgroundEnabled(bool enabled) = 0;
 };
 
 // Appearance settings (standard store). The grid geometry is remembered per
@@ -74,6 +84,8 @@ public:
     void setRows(const DisplayProfile &display, int rows) override;
     QString lastDisplay() const override;
     void setLastDisplay(const QString &key) override;
+    DisplayProfile lastDisplayProfile() const override;
+    void setLastDisplayProfile(const DisplayProfile &display) override;
 
     double glassIntensity() const override;
     void setGlassIntensity(double value) override;
@@ -91,12 +103,19 @@ public:
     void setLiquidGlassTintIntensity(double value) override;
     double liquidGlassTintHue() const override;
     void setLiquidGlassTintHue(double value) override;
+    bool blurEnabled() const override;
+    void setBlurEnabled(bool enabled) override;
+    bool filledBackgroundEnabled() const override;
+    void setFilledBackgroundEnabled(bool enabled) override;
+    bool cellBackgroundEnabled() const override;
+    void setCellBackgroundEnabled(bool enabled) override;
 
     static QString displayKey(const QString &base, const DisplayProfile &display);
 
 private:
     // A setter whose value equals the current one writes nothing.
     void write(const QString &key, const QVariant &value);
+    bool flag(const char *key, bool fallback) const;
 
     std::shared_ptr<UserDefaultsStoreType> m_defaults;
     std::shared_ptr<UserDefaultsStoreType> m_machine;

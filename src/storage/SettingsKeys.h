@@ -36,6 +36,9 @@ inline constexpr char16_t kDisplaySeparator = u'@';
 // The display the overlay last laid its grid out for: commands run without a
 // display cut pages as the user last saw them.
 inline constexpr const char *kLastOverlayDisplay = "overlay.lastDisplay";
+// The icon sizes that display allows (it fits a page's rows on the screen).
+inline constexpr const char *kLastOverlayDisplayMinIconSize = "overlay.lastDisplay.minIconSize";
+inline constexpr const char *kLastOverlayDisplayMaxIconSize = "overlay.lastDisplay.maxIconSize";
 inline constexpr const char *kIconSize = "iconSize";
 inline constexpr const char *kShowLabels = "showLabels";
 inline constexpr const char *kColumns = "columns";

@@ -115,10 +115,10 @@ void GridPresenter::renameApp(const QString &key, const QString &name)
         m_names.removeCustomName(path);
     else
         m_names.setCustomName(path, name.trimmed());
-    appsRestyled();
+    refreshApps();
 }
 
-void GridPresenter::appsRestyled()
+void GridPresenter::refreshApps()
 {
     m_pages.contentChanged();
     m_folder.refresh();
@@ -151,7 +151,7 @@ void GridPresenter::setIcon(const QString &key, const QString &imageFile)
         showNotice(error.section(QStringLiteral(": "), 1).isEmpty() ? error : error.section(QStringLiteral(": "), 1));
         return;
     }
-    appsRestyled();
+    refreshApps();
 }
 
 void GridPresenter::resetIcon(const QString &key)
@@ -160,7 +160,7 @@ void GridPresenter::resetIcon(const QString &key)
     if (path.isEmpty() || !m_icons)
         return;
     m_icons->removeIcon(path);
-    appsRestyled();
+    refreshApps();
 }
 
 bool GridPresenter::hasCustomIcon(const QString &key) const

@@ -68,6 +68,8 @@ public:
     // The Spaces the strip shows; a switch ends what was half done on the
     // old grid (a drag, an open folder, a search).
     void setSpaces(SpacesViewModel *spaces);
+    // An app's name or icon changed: every view showing apps re-reads them.
+    void refreshApps();
     WorkflowsPresenter *workflows() { return &m_workflows; }
     SystemFoldersPresenter *systemFolders() { return &m_systemFolders; }
     // What workflows and system folders need; until attached they do nothing.
@@ -117,9 +119,6 @@ Q_SIGNALS:
     void settingsRequested();
 
 private:
-    // Names or icons changed: every view that shows apps draws them again.
-    void appsRestyled();
-
     LaunchpadViewModel &m_layout;
     AppNameRepositoryImpl &m_names;
     CellFactory m_cells;

@@ -43,6 +43,9 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     m_presenter.setDisplay(targetScreen());
     connect(&controller, &LaunchpadWindowController::settingsChangedElsewhere, this,
             [this] { m_presenter.pages()->reloadAppearance(); });
+    connect(&controller, &LaunchpadWindowController::appearanceChanged, this,
+            [this] { m_presenter.pages()->reloadAppearance(); });
+    connect(&controller, &LaunchpadWindowController::appsCustomized, &m_presenter, &GridPresenter::refreshApps);
     connect(&controller, &LaunchpadWindowController::saveStatusChanged, this,
             [this](bool saved, const QString &error) {
                 m_presenter.showNotice(saved ? tr("Your changes are saved.")

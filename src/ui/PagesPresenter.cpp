@@ -135,7 +135,7 @@ void PagesPresenter::reloadAppearance()
 void PagesPresenter::setDisplayProfile(const DisplayProfile &display)
 {
     m_display = display;
-    m_appearance.setLastDisplay(display.key);
+    m_appearance.setLastDisplayProfile(display);
     m_layout.setGridGeometry(m_appearance.columns(display), m_appearance.rows(display));
     Q_EMIT appearanceChanged();
     Q_EMIT geometryChanged();

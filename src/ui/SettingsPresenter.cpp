@@ -4,6 +4,7 @@
 #include "input/HotCornersManager.h"
 #include "input/HotKeyManager.h"
 #include "input/MultitouchPinchMonitor.h"
+#include "input/ShortcutNames.h"
 #include "layout/FolderAppsGrid.h"
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppearanceRepository.h"
@@ -58,7 +59,9 @@ void SettingsPresenter::reload()
 
 QString SettingsPresenter::shortcutText() const
 {
-    return m_services.hotKeys ? m_services.hotKeys->displayText() : QString();
+    // The names printed on PC keyboards; the capture's own text stays as it is.
+    return m_services.hotKeys ? ShortcutNames::format(m_services.hotKeys->currentKeyCode(), m_services.hotKeys->currentModifiers())
+                              : QString();
 }
 
 bool SettingsPresenter::shortcutTaken() const
@@ -112,6 +115,12 @@ QVariant SettingsPresenter::value(const QString &name) const
             return s.appearance->liquidGlassTintIntensity();
         if (name == u"liquidGlassTintHue")
             return s.appearance->liquidGlassTintHue();
+        if (name == u"blurEnabled")
+            return s.appearance->blurEnabled();
+        if (name == u"cellBackgroundEnabled")
+            return s.appearance->cellBackgroundEnabled();
+        if (name == u"filledBackgroundEnabled")
+            return s.appearance->filledBackgroundEnabled();
     }
     if (name == u"folderAppsGrid" && s.layout)
         return s.layout->folderAppsGridRawValue();
@@ -207,6 +216,12 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
         s.appearance->setLiquidGlassTintIntensity(value.toDouble());
     } else if (s.appearance && name == u"liquidGlassTintHue") {
         s.appearance->setLiquidGlassTintHue(value.toDouble());
+    } else if (s.appearance && name == u"blurEnabled") {
+        s.appearance->setBlurEnabled(value.toBool());
+    } else if (s.appearance && name == u"cellBackgroundEnabled") {
+        s.appearance->setCellBackgroundEnabled(value.toBool());
+    } else if (s.appearance && name == u"filledBackgroundEnabled") {
+        s.appearance->setFilledBackgroundEnabled(value.toBool());
     } else if (s.layout && name == u"folderAppsGrid") {
         s.layout->setFolderAppsGridRawValue(value.toString());
     } else if (name == u"startAtLogin" && s.setStartsAtLogin) {

@@ -6,8 +6,9 @@
 
 // Turns a pressed key combination into a stored shortcut: the modifier flags
 // of the settings and the virtual key code of the key table. Super/Meta is the
-// Command key. A combination without a modifier, or a key the table does not
-// name, is not a shortcut.
+// Command key. Shift with a digit is that digit's key. A key without a
+// modifier is a shortcut only when it is a function key; a lone modifier or a
+// key without a name is none.
 namespace ShortcutCapture {
 struct Shortcut {
     quint64 modifierFlags = 0;

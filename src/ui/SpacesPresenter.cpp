@@ -1,7 +1,7 @@
 #include "ui/SpacesPresenter.h"
 
 #include "foundation/Uuids.h"
-#include "input/KeyboardShortcut.h"
+#include "input/ShortcutNames.h"
 #include "spaces/SpaceTexts.h"
 #include "spaces/SpacesViewModel.h"
 #include "ui/ShortcutCapture.h"
@@ -121,19 +121,7 @@ QString SpacesPresenter::hotKeyText() const
 {
     if (!m_editor.hasHotKey())
         return {};
-    QStringList parts;
-    const quint64 flags = m_editor.hotKeyModifiers();
-    if (flags & KeyboardShortcut::kControlFlag)
-        parts.append(QStringLiteral("Ctrl"));
-    if (flags & KeyboardShortcut::kOptionFlag)
-        parts.append(QStringLiteral("Alt"));
-    if (flags & KeyboardShortcut::kShiftFlag)
-        parts.append(QStringLiteral("Shift"));
-    if (flags & KeyboardShortcut::kCommandFlag)
-        parts.append(QStringLiteral("Super"));
-    parts.append(KeyboardShortcut::keyName(quint32(m_editor.hotKeyKeyCode()))
-                     .value_or(QStringLiteral("Key %1").arg(m_editor.hotKeyKeyCode())));
-    return parts.join(u'+');
+    return ShortcutNames::format(quint32(m_editor.hotKeyKeyCode()), m_editor.hotKeyModifiers());
 }
 
 QString SpacesPresenter::text(const QString &messageId) const

@@ -1,5 +1,6 @@
 // Recording a new toggle shortcut from a key press.
 #include "input/KeyboardShortcut.h"
+#include "input/ShortcutNames.h"
 #include "ui/ShortcutCapture.h"
 
 #include <QTest>
@@ -26,7 +27,12 @@ private Q_SLOTS:
 
         QVERIFY(!fromKeyPress(Qt::Key_4, Qt::NoModifier));       // no modifier: typing, not a shortcut
         QVERIFY(!fromKeyPress(Qt::Key_Meta, Qt::MetaModifier));  // the modifier alone
-        QVERIFY(!fromKeyPress(Qt::Key_F13, Qt::MetaModifier));   // not in the key table
+        QVERIFY(!fromKeyPress(Qt::Key_Launch0, Qt::MetaModifier)); // a key without a name
+        // Function keys stand alone; Shift+1 is the 1 key with Shift, as PC users read it.
+        QCOMPARE(fromKeyPress(Qt::Key_F5, Qt::NoModifier)->modifierFlags, 0u);
+        const auto shiftOne = fromKeyPress(Qt::Key_Exclam, Qt::ShiftModifier);
+        QVERIFY(shiftOne);
+        QCOMPARE(ShortcutNames::format(shiftOne->keyCode, shiftOne->modifierFlags), QStringLiteral("Shift+1"));
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "foundation/Logging.h"
 #include "input/KeyboardShortcut.h"
+#include "input/ShortcutNames.h"
 #include "platform/linux/XcbEventConnection.h"
 
 #include <xcb/xcb.h>
@@ -61,18 +62,26 @@ bool XcbHotKeyService::isConnected() const
 
 std::optional<quint32> XcbHotKeyService::keysym(quint32 virtualKeyCode)
 {
-    const auto name = KeyboardShortcut::keyName(virtualKeyCode);
+    const auto name = ShortcutNames::keyName(virtualKeyCode);
     if (!name)
         return std::nullopt;
     // Printable keys are Latin-1 keysyms of their unshifted character.
     if (name->size() == 1)
         return quint32(name->toLower().at(0).unicode());
-    static const QHash<QString, quint32> named{{QStringLiteral("Return"), 0xff0d},
-                                               {QStringLiteral("Tab"), 0xff09},
-                                               {QStringLiteral("Space"), 0x0020},
-                                               {QStringLiteral("Delete"), 0xff08}, // the key left of it is BackSpace
-                                               {QStringLiteral("Esc"), 0xff1b}};
-    return named.value(*name);
+    constexpr quint32 kF1 = 0xffbe; // F1 ... F35 are consecutive
+    if (ShortcutNames::standsAlone(virtualKeyCode))
+        return kF1 + name->mid(1).toUInt() - 1;
+    static const QHash<QString, quint32> named{
+        {QStringLiteral("Enter"), 0xff0d},     {QStringLiteral("Tab"), 0xff09},
+        {QStringLiteral("Space"), 0x0020},     {QStringLiteral("Backspace"), 0xff08},
+        {QStringLiteral("Esc"), 0xff1b},       {QStringLiteral("Delete"), 0xffff},
+        {QStringLiteral("Insert"), 0xff63},    {QStringLiteral("Home"), 0xff50},
+        {QStringLiteral("End"), 0xff57},       {QStringLiteral("Page Up"), 0xff55},
+        {QStringLiteral("Page Down"), 0xff56}, {QStringLiteral("Left"), 0xff51},
+        {QStringLiteral("Up"), 0xff52},        {QStringLiteral("Right"), 0xff53},
+        {QStringLiteral("Down"), 0xff54}};
+    const auto found = named.constFind(*name);
+    return found == named.cend() ? std::nullopt : std::optional<quint32>(*found);
 }
 
 quint16 XcbHotKeyService::xModifiers(quint32 carbon)

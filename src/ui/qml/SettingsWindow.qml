@@ -216,6 +216,9 @@ Rectangle {
                     SettingRow { label: qsTr("Standard tint"); Toggle { name: "liquidGlassTintStandard" } }
                     SettingRow { label: qsTr("Tint strength"); NumberSlider { name: "liquidGlassTintIntensity"; step: 0.05; decimals: 2 } }
                     SettingRow { label: qsTr("Tint hue"); NumberSlider { name: "liquidGlassTintHue"; step: 0.01; decimals: 2 } }
+                    SettingRow { label: qsTr("Blur the background"); Toggle { name: "blurEnabled" } }
+                    SettingRow { label: qsTr("Plate behind each icon"); Toggle { name: "cellBackgroundEnabled" } }
+                    SettingRow { label: qsTr("Filled background"); Toggle { name: "filledBackgroundEnabled" } }
                 }
 
                 ColumnLayout { // Apps
