@@ -23,6 +23,18 @@ apps=(
   "Sync:emblem-synchronizing" "Web Apps:emblem-web"
 )
 
+# The desktop menu's main category of a few, so new folders get named by them.
+category_of() {
+  case "$1" in
+    Games|Gamepad) echo "Game;" ;;
+    Calculator|"Text Editor"|"Character Map"|Screenshot|Utilities|"Archive Manager") echo "Utility;" ;;
+    Office|Documents|"Address Book"|Calendar|Contacts|Printers) echo "Office;" ;;
+    Music|Videos|Camera|Headphones) echo "AudioVideo;" ;;
+    Graphics|Photos|"Image Viewer") echo "Graphics;" ;;
+    *) echo "" ;;
+  esac
+}
+
 write_entry() { # id name icon
   cat > "$dir/applications/$1.desktop" <<ENTRY
 [Desktop Entry]
@@ -31,6 +43,7 @@ Name=$2
 Exec=true
 Icon=$3
 Terminal=false
+Categories=$(category_of "$2")
 ENTRY
 }
 

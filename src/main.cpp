@@ -91,6 +91,8 @@ int main(int argc, char **argv)
             QObject::connect(controller, &LaunchpadWindowController::settingsChangedElsewhere, settings.get(),
                              [&settings] { settings->presenter()->reload(); });
         }
+        // The overlay stays on top of everything; the window would open under it.
+        controller->hideOverlay();
         settings->show();
     };
     delegate.setStatusItemFactory([openSettings](LaunchpadWindowController &controller) {

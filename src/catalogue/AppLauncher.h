@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 
 // Opens applications, folders and URLs the way the desktop itself would. A
@@ -28,6 +29,8 @@ public:
     virtual ~AppLauncher() = default;
     virtual Result openApp(const AppItem &app) = 0;
     virtual QList<Action> actions(const AppItem &) const { return {}; }
+    // The desktop menu's categories the entry declares ("Game", "Office").
+    virtual QStringList categories(const AppItem &) const { return {}; }
     virtual Result openAction(const AppItem &app, const QString &actionId)
     {
         return Result::failure(QStringLiteral("%1 offers no action %2").arg(app.path, actionId));

@@ -67,6 +67,13 @@ QVariantList ActivationPresenter::actionsOf(const QString &key) const
     return out;
 }
 
+QStringList ActivationPresenter::categoriesOf(const QString &appPath) const
+{
+    GridEntryOrEmpty holder;
+    const AppItem *app = appOf(SlotKey::app(appPath), holder);
+    return app && m_launcher ? m_launcher->categories(*app) : QStringList();
+}
+
 void ActivationPresenter::activateAction(const QString &key, const QString &actionId)
 {
     GridEntryOrEmpty holder;

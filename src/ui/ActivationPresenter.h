@@ -30,6 +30,7 @@ public:
     // anything else.
     Q_INVOKABLE QVariantList actionsOf(const QString &key) const;
     Q_INVOKABLE void activateAction(const QString &key, const QString &actionId);
+    QStringList categoriesOf(const QString &appPath) const;
     QString lastError() const { return m_lastError; }
 
 Q_SIGNALS:

@@ -88,7 +88,7 @@ int DragController::gridCellAt(QPointF point) const
 
 int DragController::folderCellAt(QPointF point) const
 {
-    return m_folder.isOpen() ? cellIn(m_folderArea, m_folder.columns(), m_folder.rows(), point) : -1;
+    return m_folder.isOpen() ? cellIn(m_folderArea, m_folder.columns(), m_folder.shownRows(), point) : -1;
 }
 
 QPointF DragController::gridCellCenter(int localIndex) const

@@ -1,5 +1,7 @@
 #include "ui/FolderPresenter.h"
 
+#include "layout/FolderNames.h"
+
 #include "layout/FolderSlotManager.h"
 #include "layout/LaunchpadViewModel.h"
 #include "foundation/SlotKey.h"
@@ -178,7 +180,9 @@ bool FolderPresenter::merge(const QString &draggedKey, const QString &targetKey,
         return false;
     const qsizetype targetSlot = m_layout.slots().indexOf(targetKey);
     return m_layout
-        .createFolder(tr("New Folder"), {target, dragged}, {},
+        .createFolder(FolderNames::fromCategories({m_categoriesOf ? m_categoriesOf(target) : QStringList(),
+                                                   m_categoriesOf ? m_categoriesOf(dragged) : QStringList()}),
+                      {target, dragged}, {},
                       targetSlot >= 0 ? std::optional<qsizetype>(targetSlot) : std::nullopt)
         .has_value();
 }
@@ -191,6 +195,18 @@ void FolderPresenter::rebuild()
     } else {
         const QStringList slots = m_folder->slots();
         m_pages.setPages(m_cells.pages(slots, PageGeometry{columns(), rows()}));
+    }
+    int shown = rows();
+    if (m_folder && m_pages.count() <= 1) {
+        const QStringList slots = m_folder->slots();
+        qsizetype last = slots.size() - 1;
+        while (last >= 0 && slots.at(last).isEmpty())
+            --last;
+        shown = std::clamp(int(last / columns()) + 1, 1, rows());
+    }
+    if (shown != m_shownRows) {
+        m_shownRows = shown;
+        Q_EMIT shapeChanged();
     }
     if (before != m_pages.count())
         Q_EMIT pageCountChanged();

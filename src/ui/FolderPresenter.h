@@ -3,6 +3,7 @@
 #include "ui/PagesModel.h"
 
 #include <QObject>
+#include <functional>
 #include <QPointer>
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>
@@ -24,18 +25,27 @@ class FolderPresenter : public QObject {
     Q_PROPERTY(QString name READ name NOTIFY nameChanged)
     Q_PROPERTY(int columns READ columns NOTIFY shapeChanged)
     Q_PROPERTY(int rows READ rows NOTIFY shapeChanged)
+    // The rows the open panel shows: all of them when the folder has pages
+    // to turn, else only down to its last app, so a small folder is a small box.
+    Q_PROPERTY(int shownRows READ shownRows NOTIFY shapeChanged)
     Q_PROPERTY(PagesModel *pages READ pages CONSTANT)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
     Q_PROPERTY(int currentPage READ currentPage WRITE setCurrentPage NOTIFY currentPageChanged)
 public:
     FolderPresenter(LaunchpadViewModel &layout, const CellFactory &cells, QObject *parent = nullptr);
     ~FolderPresenter() override;
+    // A new folder is named by what its first two apps share.
+    void setCategoriesSource(std::function<QStringList(const QString &appPath)> categoriesOf)
+    {
+        m_categoriesOf = std::move(categoriesOf);
+    }
 
     bool isOpen() const { return !m_folder.isNull(); }
     QString folderId() const;
     QString name() const;
     int columns() const;
     int rows() const;
+    int shownRows() const { return m_shownRows; }
     int capacity() const { return columns() * rows(); }
     PagesModel *pages() { return &m_pages; }
     int pageCount() const { return m_pages.count(); }
@@ -78,4 +88,6 @@ private:
     QPointer<FolderSlotManager> m_folder;
     PagesModel m_pages;
     int m_currentPage = 0;
+    int m_shownRows = 1;
+    std::function<QStringList(const QString &appPath)> m_categoriesOf;
 };

@@ -31,6 +31,7 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     , m_workflows(layout, m_cells)
     , m_systemFolders(layout, m_folder)
 {
+    m_folder.setCategoriesSource([this](const QString &path) { return m_activation.categoriesOf(path); });
     connect(&m_workflows, &WorkflowsPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_systemFolders, &SystemFoldersPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_spaces, &SpacesPresenter::notice, this, &GridPresenter::showNotice);

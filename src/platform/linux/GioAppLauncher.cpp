@@ -135,6 +135,13 @@ QList<AppLauncher::Action> GioAppLauncher::actions(const AppItem &app) const
     return out;
 }
 
+QStringList GioAppLauncher::categories(const AppItem &app) const
+{
+    const auto info = desktopEntry(app.path);
+    const char *list = info ? g_desktop_app_info_get_categories(info.get()) : nullptr;
+    return list ? QString::fromUtf8(list).split(u';', Qt::SkipEmptyParts) : QStringList();
+}
+
 AppLauncher::Result GioAppLauncher::openAction(const AppItem &app, const QString &actionId)
 {
     const auto info = desktopEntry(app.path);

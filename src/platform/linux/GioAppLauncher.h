@@ -10,6 +10,7 @@ class GioAppLauncher final : public AppLauncher {
 public:
     Result openApp(const AppItem &app) override;
     QList<Action> actions(const AppItem &app) const override;
+    QStringList categories(const AppItem &app) const override;
     Result openAction(const AppItem &app, const QString &actionId) override;
     Result openLocation(const QUrl &url) override;
 };

@@ -29,19 +29,23 @@ Item {
         scale: root.highlighted ? 1.12 : 1
         Behavior on scale { NumberAnimation { duration: 120 } }
 
+        // Three rows of three from the top left, each icon over a quarter of
+        // the plate so the apps inside can be told apart.
         Grid {
-            anchors.centerIn: parent
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.margins: root.iconSize * 0.07
             columns: 3
-            spacing: root.iconSize * 0.05
+            spacing: root.iconSize * 0.035
             Repeater {
                 model: root.previewPaths
                 Image {
                     required property string modelData
-                    width: root.iconSize * 0.24
+                    width: root.iconSize * 0.263
                     height: width
                     source: "image://icon/" + encodeURIComponent(modelData)
-                    sourceSize.width: 64
-                    sourceSize.height: 64
+                    sourceSize.width: width
+                    sourceSize.height: height
                     asynchronous: true
                     smooth: true
                 }

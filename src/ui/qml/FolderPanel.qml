@@ -16,6 +16,9 @@ FocusScope {
     required property ActivationPresenter activation
     required property SystemFoldersPresenter systemFolders
     property int selectedIndex: -1
+    // What lies behind the box, drawn into it softened: frosted glass.
+    property Item frostBackdrop
+    property Item frostGrid
     // Typed text that should search the whole grid instead.
     signal typed(string text)
     signal contextMenuRequested(string key, point position)
@@ -56,15 +59,40 @@ FocusScope {
         readonly property real cell: Math.min((panel.width * 0.8) / panel.folder.columns,
                                               (panel.height * 0.7) / (panel.folder.rows + 1))
         width: cell * panel.folder.columns + 48
-        height: cell * panel.folder.rows + title.height + 72 + (panel.folder.pageCount > 1 ? 24 : 0)
+        height: cell * panel.folder.shownRows + title.height + 72 + (panel.folder.pageCount > 1 ? 24 : 0)
                 + (systemStrip.visible ? systemStrip.height + 16 : 0)
         anchors.centerIn: parent
         radius: 36
-        color: Qt.rgba(0.14, 0.17, 0.24, 0.97)
+        color: "transparent"
+        clip: true
         // The strip of folders of the disk changes the box's height, and
         // with it where the cells are on screen.
         onHeightChanged: folderPages.updateArea()
         border.color: Qt.rgba(1, 1, 1, 0.25)
+
+        // Drawn small and stretched back: a cheap blur of the wallpaper and
+        // the icons under the box, then a tint so the members read clearly.
+        // Inset just enough that its square corners stay inside the rounding.
+        component Frost: ShaderEffectSource {
+            id: frost
+            anchors.fill: parent
+            anchors.margins: box.radius * 0.3
+            live: true
+            smooth: true
+            textureSize.width: Math.max(1, Math.round(width / 28))
+            textureSize.height: Math.max(1, Math.round(height / 28))
+            sourceRect: sourceItem ? frost.mapToItem(sourceItem, 0, 0, frost.width, frost.height) : Qt.rect(0, 0, 0, 0)
+            visible: sourceItem !== null
+        }
+        Rectangle { anchors.fill: parent; radius: box.radius; color: Qt.rgba(0.14, 0.17, 0.24, 1) }
+        Frost { sourceItem: panel.frostBackdrop }
+        Frost { sourceItem: panel.frostGrid }
+        Rectangle {
+            anchors.fill: parent
+            radius: box.radius
+            color: Qt.rgba(0.12, 0.14, 0.2, 0.78)
+            border.color: Qt.rgba(1, 1, 1, 0.25)
+        }
 
         TextInput {
             id: title
@@ -124,7 +152,7 @@ FocusScope {
             anchors.topMargin: 16
             anchors.horizontalCenter: parent.horizontalCenter
             width: box.cell * panel.folder.columns
-            height: box.cell * panel.folder.rows
+            height: box.cell * panel.folder.shownRows
             clip: true
             orientation: ListView.Horizontal
             snapMode: ListView.SnapOneItem
@@ -227,7 +255,7 @@ FocusScope {
         case Qt.Key_Left: selectedIndex = Math.max(0, selectedIndex - 1); break
         case Qt.Key_Right: selectedIndex = Math.min(perPage - 1, selectedIndex + 1); break
         case Qt.Key_Up: selectedIndex = Math.max(0, selectedIndex - columns); break
-        case Qt.Key_Down: selectedIndex = Math.min(perPage - 1, Math.max(0, selectedIndex) + columns); break
+        case Qt.Key_Down: selectedIndex = Math.min(columns * panel.folder.shownRows - 1, Math.max(0, selectedIndex) + columns); break
         case Qt.Key_PageUp: panel.folder.currentPage = panel.folder.currentPage - 1; break
         case Qt.Key_PageDown: panel.folder.currentPage = panel.folder.currentPage + 1; break
         case Qt.Key_Return:

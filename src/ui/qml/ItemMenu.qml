@@ -1,6 +1,5 @@
 import Tillmora
 import QtQuick
-import QtQuick.Controls.Basic
 
 // The right-click menu of an icon; it offers only what applies to it.
 GlassMenu {

@@ -1,6 +1,5 @@
 import Tillmora
 import QtQuick
-import QtQuick.Controls.Basic
 
 // The full-screen overlay: backdrop, search field, the paged grid with its
 // dots, search results, the open folder, menus and dialogs. It owns the
@@ -46,6 +45,7 @@ FocusScope {
     }
 
     Backdrop {
+        id: backdrop
         anchors.fill: parent
         presenter: overlay.presenter
     }
@@ -131,6 +131,8 @@ FocusScope {
         anchors.fill: parent
         z: 50
         folder: overlay.folder
+        frostBackdrop: backdrop
+        frostGrid: pagesView
         drag: overlay.drag
         pages: overlay.pages
         activation: overlay.presenter.activation

@@ -160,18 +160,32 @@ Rectangle {
                             property bool recording: false
                             Layout.preferredWidth: 200
                             text: recording ? qsTr("Press the new shortcut…") : root.settings.shortcutText
-                            onClicked: { recording = true; forceActiveFocus() }
+                            property string hint
+                            onClicked: { recording = true; hint = ""; forceActiveFocus() }
                             onActiveFocusChanged: if (!activeFocus) recording = false
                             Keys.onPressed: (event) => {
                                 if (!recording)
                                     return
                                 event.accepted = true
-                                if (event.key === Qt.Key_Escape && event.modifiers === Qt.NoModifier)
+                                const modifierOnly = [Qt.Key_Shift, Qt.Key_Control, Qt.Key_Alt, Qt.Key_Meta,
+                                                      Qt.Key_Super_L, Qt.Key_Super_R, Qt.Key_AltGr].indexOf(event.key) >= 0
+                                if (event.key === Qt.Key_Escape && event.modifiers === Qt.NoModifier) {
                                     recording = false
-                                else if (root.settings.recordShortcut(event.key, event.modifiers))
+                                    hint = ""
+                                } else if (root.settings.recordShortcut(event.key, event.modifiers)) {
                                     recording = false
+                                    hint = ""
+                                } else if (!modifierOnly) {
+                                    hint = event.modifiers === Qt.NoModifier
+                                        ? qsTr("Hold Ctrl, Alt, Shift or Super with that key; only F1 to F24 work alone. Esc cancels.")
+                                        : qsTr("That key cannot be a shortcut. Try another one; Esc cancels.")
+                                }
                             }
                         }
+                    }
+                    Note {
+                        visible: text.length > 0
+                        text: shortcutField.hint
                     }
                     Note {
                         visible: root.settings.shortcutTaken
