@@ -19,6 +19,7 @@
 #include "ui/StatusBarController.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLocale>
 #include <QTranslator>
 
@@ -65,6 +66,7 @@ int main(int argc, char **argv)
     QApplication::setOrganizationDomain(QStringLiteral("tillmora.com"));
     QApplication::setDesktopFileName(QStringLiteral("tillmora"));
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/tillmora.svg")));
 
     InstanceChannel channel;
     Platform platform;

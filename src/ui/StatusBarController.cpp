@@ -22,11 +22,9 @@ StatusBarController::StatusBarController(LaunchpadWindowController &controller, 
     : m_menu(std::make_unique<QMenu>())
 {
     m_tray = new QSystemTrayIcon(this);
-    QIcon icon = QIcon::fromTheme(QStringLiteral("view-app-grid-symbolic"),
-                                  QIcon::fromTheme(QStringLiteral("view-grid")));
-    if (icon.isNull())
-        icon = QApplication::windowIcon();
-    m_tray->setIcon(icon);
+    // The program's own icon; a theme's symbolic grid icon is too faint on
+    // most panels to find.
+    m_tray->setIcon(QApplication::windowIcon());
     m_tray->setToolTip(QStringLiteral("Tillmora"));
     m_menu->addAction(QStringLiteral("Show"), &controller, &LaunchpadWindowController::showOverlay);
     m_menu->addAction(QStringLiteral("Settings…"), this, [openSettings] {

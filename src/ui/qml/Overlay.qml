@@ -87,6 +87,32 @@ FocusScope {
         onThemesRequested: themesPanel.show()
     }
 
+    // Settings, on the right across from the Spaces.
+    Rectangle {
+        objectName: "settingsButton"
+        anchors.verticalCenter: searchField.verticalCenter
+        anchors.right: parent.right
+        anchors.rightMargin: overlay.gridMargin
+        width: 38
+        height: 38
+        radius: 19
+        color: gearArea.containsMouse ? Qt.rgba(1, 1, 1, 0.24) : Qt.rgba(1, 1, 1, 0.12)
+        Accessible.role: Accessible.Button
+        Accessible.name: qsTr("Settings")
+        Text {
+            anchors.centerIn: parent
+            text: "\u2699"
+            color: "white"
+            font.pixelSize: 20
+        }
+        MouseArea {
+            id: gearArea
+            anchors.fill: parent
+            hoverEnabled: true
+            onClicked: overlay.presenter.openSettings()
+        }
+    }
+
     PagesView {
         id: pagesView
         visible: !overlay.searching
