@@ -21,6 +21,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTranslator>
 
 #include <cstdio>
@@ -58,6 +59,11 @@ int main(int argc, char **argv)
                              " commands such as 'tillmora layout' work without one\n");
         return 1;
     }
+    // In normal use only warnings reach the terminal or the journal; the
+    // layout's trail and the timings come with the usual Qt logging rules.
+    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
+        QLoggingCategory::setFilterRules(
+            QStringLiteral("com.tillmora.Tillmora.*.debug=false\ncom.tillmora.Tillmora.*.info=false"));
     RenderingBackend::chooseBeforeApplication();
     QApplication app(argc, argv);
     installTranslations(app);

@@ -226,6 +226,7 @@ private Q_SLOTS:
         TempEnvironment env;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("com.tillmora.Tillmora.*=true")); // the log is read below
         environment.insert(QStringLiteral("TILLMORA_APP_DIRS"), env.path(QStringLiteral("no-apps")));
 
         QProcess first;

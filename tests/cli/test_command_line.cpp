@@ -81,7 +81,10 @@ class CommandLineTest : public QObject {
     // In the background, as at login; true once it listens for commands.
     bool startLauncher(QProcess &launcher)
     {
-        launcher.setProcessEnvironment(processEnvironment());
+        // Its log is read below; a launcher logs only warnings unless asked.
+        QProcessEnvironment pe = processEnvironment();
+        pe.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("com.tillmora.Tillmora.*=true"));
+        launcher.setProcessEnvironment(pe);
         launcher.start(QStringLiteral(TILLMORA_BINARY), {"--login-item"});
         const QString socket = env->runtimeDir() + QStringLiteral("/tillmora/instance.sock");
         QElapsedTimer waited;

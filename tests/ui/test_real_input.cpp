@@ -49,7 +49,7 @@ public:
         m_environment.insert(QStringLiteral("XDG_DATA_DIRS"), m_env.path(QStringLiteral("share")) + QStringLiteral(":/usr/share"));
         m_environment.insert(QStringLiteral("TILLMORA_APP_DIRS"), m_env.path(QStringLiteral("no-bundles")));
         m_environment.insert(QStringLiteral("HOME"), m_env.root());
-        m_environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+        m_environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("com.tillmora.Tillmora.*=true")); // log() reads it
 
         if (windowManager) {
             m_wm.setProcessEnvironment(m_environment);
