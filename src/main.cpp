@@ -81,7 +81,7 @@ int main(int argc, char **argv)
     std::unique_ptr<SettingsWindow> settings;
     std::unique_ptr<GridPresenter> presenter;
     std::unique_ptr<OverlayWindow> overlay;
-    const auto openSettings = [&settings, &presenter, &delegate] {
+    const auto openSettings = [&settings, &presenter, &delegate, &platform] {
         LaunchpadWindowController *controller = delegate.windowController();
         if (!controller)
             return;
@@ -92,7 +92,12 @@ int main(int argc, char **argv)
                                                  controller->layout(), presenter.get(),
                                                  &Platform::startsAtLogin, &Platform::setStartsAtLogin,
                                                  [&delegate] { return delegate.showsDockIcon(); },
-                                                 [&delegate](bool show) { delegate.setShowsDockIcon(show); }};
+                                                 [&delegate](bool show) { delegate.setShowsDockIcon(show); },
+                                                 [controller] { return controller->extraAppFolders(); },
+                                                 [controller](const QStringList &folders) {
+                                                     controller->setExtraAppFolders(folders);
+                                                 },
+                                                 platform.fileChooser()};
             settings = std::make_unique<SettingsWindow>(services, [lookup = root.appIconLookup](const QString &path) {
                 return lookup->icon(path);
             });

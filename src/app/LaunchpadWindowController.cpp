@@ -1,6 +1,7 @@
 #include "app/LaunchpadWindowController.h"
 
 #include "catalogue/AppMonitor.h"
+#include "catalogue/AppSourceFoldersStore.h"
 #include "catalogue/CatalogueCache.h"
 #include "catalogue/AppsRepositoryImpl.h"
 #include "catalogue/SystemFoldersService.h"
@@ -76,7 +77,7 @@ LaunchpadWindowController::LaunchpadWindowController(const StorageLocations &loc
     }, this);
     m_composition.systemFoldersService->preWarm();
 
-    m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
+    watchCatalogue();
 
     // Spaces: the grid follows a switch, the active Space's snapshot follows
     // the grid, rules pick a Space by time, and each Space's shortcut picks it.
@@ -134,8 +135,37 @@ void LaunchpadWindowController::watchActiveSuite()
     });
 }
 
+void LaunchpadWindowController::watchCatalogue()
+{
+    m_appMonitor->stop();
+    m_appMonitor->start(m_composition.appsRepo->watchedDirectories(), [this] { Q_EMIT catalogueChanged(); });
+}
+
+QStringList LaunchpadWindowController::extraAppFolders() const
+{
+    return AppSourceFoldersStore::paths(AppSourceFoldersStore::loadAll(*m_composition.layoutStore));
+}
+
+void LaunchpadWindowController::setExtraAppFolders(const QStringList &folders)
+{
+    QList<FolderEntry> entries;
+    for (const QString &folder : folders)
+        entries.append(FolderEntry{folder, {}});
+    AppSourceFoldersStore::saveAll(*m_composition.layoutStore, entries);
+    takeInExtraAppFolders();
+}
+
+void LaunchpadWindowController::takeInExtraAppFolders()
+{
+    m_composition.appsRepo->setUserFolders(extraAppFolders());
+    watchCatalogue();
+    Q_EMIT catalogueChanged();
+}
+
 void LaunchpadWindowController::takeInChangedProfile(const QStringList &keys)
 {
+    if (keys.contains(QLatin1String(SettingsKeys::kAdditionalAppSourceFolders)))
+        takeInExtraAppFolders();
     static const QSet<QString> kLayoutKeys = {
         QLatin1String(SettingsKeys::kSlots),          QLatin1String(SettingsKeys::kFolders),
         QLatin1String(SettingsKeys::kHiddenApps),     QLatin1String(SettingsKeys::kWidgets),

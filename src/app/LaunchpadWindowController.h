@@ -49,6 +49,10 @@ public:
 public Q_SLOTS:
     void showOverlay();
     void hideOverlay();
+    // The folders the user added as extra sources of applications: kept,
+    // scanned and watched at once.
+    QStringList extraAppFolders() const;
+    void setExtraAppFolders(const QStringList &folders);
     void toggleOverlay();
     // `tillmora settings`: the view side opens its settings window on settingsRequested.
     void openSettings();
@@ -71,6 +75,8 @@ Q_SIGNALS:
     void saveStatusChanged(bool saved, const QString &error);
 
 private:
+    void watchCatalogue();
+    void takeInExtraAppFolders();
     void setOverlayVisible(bool visible);
     void takeInChangedSettings(const QStringList &keys);
     void takeInChangedProfile(const QStringList &keys);

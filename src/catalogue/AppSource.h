@@ -31,6 +31,9 @@ public:
     // The icon of an application this source lists; nothing when the path is
     // not one of its applications or names no icon.
     virtual std::optional<AppIconReference> iconReference(const QString &appPath) const = 0;
+    // Folders the user added: a source lists what it knows in them too, after
+    // its own folders. Called on the main thread, read by scans.
+    virtual void setUserFolders(const QStringList &) {}
 };
 
 namespace AppItems {

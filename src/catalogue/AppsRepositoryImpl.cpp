@@ -94,8 +94,11 @@ QList<std::shared_ptr<AppSource>> AppsRepositoryImpl::sources() const
 
 void AppsRepositoryImpl::setUserFolders(const QStringList &folders)
 {
+    QStringList clean = cleanPaths(folders);
+    for (const auto &source : m_sources)
+        source->setUserFolders(clean);
     QMutexLocker lock(&m_userFoldersMutex);
-    m_userFolders = cleanPaths(folders);
+    m_userFolders = std::move(clean);
 }
 
 QStringList AppsRepositoryImpl::userFolders() const

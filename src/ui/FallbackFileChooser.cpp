@@ -23,3 +23,10 @@ bool FallbackFileChooser::choose(Kind kind, const QString &title, Chosen chosen)
     chosen(accepted ? dialog.selectedFiles().first() : QString());
     return true;
 }
+
+void FallbackFileChooser::chooseWith(FileChooser *preferred, Kind kind, const QString &title, Chosen chosen)
+{
+    if (preferred && preferred->choose(kind, title, chosen))
+        return;
+    FallbackFileChooser().choose(kind, title, std::move(chosen));
+}

@@ -7,4 +7,6 @@
 class FallbackFileChooser final : public FileChooser {
 public:
     bool choose(Kind kind, const QString &title, Chosen chosen) override;
+    // The desktop's chooser when it answers, else this one.
+    static void chooseWith(FileChooser *preferred, Kind kind, const QString &title, Chosen chosen);
 };

@@ -5,6 +5,7 @@
 #include "layout/LaunchpadViewModel.h"
 #include "spaces/SpacesViewModel.h"
 #include "platform/FileChooser.h"
+#include "ui/FallbackFileChooser.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppsCustomizationRepository.h"
 
@@ -129,16 +130,14 @@ void GridPresenter::refreshApps()
 
 void GridPresenter::chooseIcon(const QString &key)
 {
-    if (SlotKey::appPath(key).isEmpty() || !m_chooser)
+    if (SlotKey::appPath(key).isEmpty())
         return;
     QPointer<GridPresenter> self(this);
-    const bool asked = m_chooser->choose(FileChooser::Kind::Image, tr("Choose an icon for %1").arg(titleOf(key)),
-                                         [self, key](const QString &file) {
-                                             if (self && !file.isEmpty())
-                                                 self->setIcon(key, file);
-                                         });
-    if (!asked)
-        showNotice(tr("There is no file chooser on this desktop. Use: tillmora icon set APP IMAGE"));
+    FallbackFileChooser::chooseWith(m_chooser.get(), FileChooser::Kind::Image,
+                                    tr("Choose an icon for %1").arg(titleOf(key)), [self, key](const QString &file) {
+                                        if (self && !file.isEmpty())
+                                            self->setIcon(key, file);
+                                    });
 }
 
 void GridPresenter::setIcon(const QString &key, const QString &imageFile)

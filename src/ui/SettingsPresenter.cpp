@@ -7,9 +7,13 @@
 #include "input/ShortcutNames.h"
 #include "layout/FolderAppsGrid.h"
 #include "layout/LaunchpadViewModel.h"
+#include "platform/FileChooser.h"
+#include "ui/FallbackFileChooser.h"
 #include "storage/AppearanceRepository.h"
 #include "ui/GridPresenter.h"
 #include "ui/ShortcutCapture.h"
+
+#include <QPointer>
 
 namespace {
 const QStringList kThemes{QStringLiteral("auto"), QStringLiteral("light"), QStringLiteral("dark")};
@@ -259,4 +263,37 @@ bool SettingsPresenter::recordShortcut(int key, int modifiers)
     m_services.hotKeys->updateHotKey(shortcut->modifierFlags, shortcut->keyCode);
     bump();
     return true;
+}
+
+QStringList SettingsPresenter::extraAppFolders() const
+{
+    return m_services.extraAppFolders ? m_services.extraAppFolders() : QStringList();
+}
+
+void SettingsPresenter::addExtraAppFolder()
+{
+    if (!m_services.setExtraAppFolders)
+        return;
+    QPointer<SettingsPresenter> self(this);
+    FallbackFileChooser::chooseWith(m_services.chooser.get(), FileChooser::Kind::Folder, tr("Choose a folder of applications"),
+                               [self](const QString &folder) {
+                                   if (!self || folder.isEmpty())
+                                       return;
+                                   QStringList folders = self->extraAppFolders();
+                                   if (!folders.contains(folder)) {
+                                       folders.append(folder);
+                                       self->m_services.setExtraAppFolders(folders);
+                                   }
+                                   self->bump();
+                               });
+}
+
+void SettingsPresenter::removeExtraAppFolder(const QString &folder)
+{
+    if (!m_services.setExtraAppFolders)
+        return;
+    QStringList folders = extraAppFolders();
+    if (folders.removeAll(folder) > 0)
+        m_services.setExtraAppFolders(folders);
+    bump();
 }

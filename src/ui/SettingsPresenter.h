@@ -4,8 +4,10 @@
 #include <QVariant>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
+#include <memory>
 
 class AppearanceRepositoryImpl;
+class FileChooser;
 class GesturesManager;
 class GridPresenter;
 class HotCornersManager;
@@ -38,6 +40,9 @@ public:
         std::function<bool(bool)> setStartsAtLogin;
         std::function<bool()> showsInTaskbar;
         std::function<void(bool)> setShowsInTaskbar;
+        std::function<QStringList()> extraAppFolders;
+        std::function<void(const QStringList &)> setExtraAppFolders;
+        std::shared_ptr<FileChooser> chooser;
     };
     explicit SettingsPresenter(Services services, QObject *parent = nullptr);
 
@@ -58,6 +63,10 @@ public:
     }
     // A key press while the shortcut field records; true when it was taken.
     Q_INVOKABLE bool recordShortcut(int key, int modifiers);
+    // Extra folders of applications (besides the desktop's own).
+    Q_INVOKABLE QStringList extraAppFolders() const;
+    Q_INVOKABLE void addExtraAppFolder();
+    Q_INVOKABLE void removeExtraAppFolder(const QString &folder);
 
     // Another process or a Space switch changed settings.
     void reload();

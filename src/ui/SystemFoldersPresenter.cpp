@@ -105,7 +105,5 @@ void SystemFoldersPresenter::chooseAndAdd()
             self->add(path);
     };
     const QString title = tr("Choose a folder to put in “%1”").arg(m_folder.name());
-    if (m_chooser && m_chooser->choose(FileChooser::Kind::Folder, title, chosen))
-        return;
-    FallbackFileChooser().choose(FileChooser::Kind::Folder, title, chosen);
+    FallbackFileChooser::chooseWith(m_chooser.get(), FileChooser::Kind::Folder, title, chosen);
 }

@@ -184,7 +184,5 @@ void WorkflowsPresenter::choose(int kindValue, const QString &title)
             Q_EMIT editor->changed();
         }
     };
-    if (m_chooser && m_chooser->choose(kind, title, chosen))
-        return;
-    FallbackFileChooser().choose(kind, title, chosen);
+    FallbackFileChooser::chooseWith(m_chooser.get(), kind, title, chosen);
 }

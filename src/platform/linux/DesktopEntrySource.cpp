@@ -177,7 +177,19 @@ QStringList DesktopEntrySource::applicationDirectories() const
     QStringList out;
     for (const QString &dir : XdgDirectories::dataDirsWithExports(exports))
         out.append(dir + QStringLiteral("/applications"));
+    // The user's own folders come last: an entry of the desktop's with the
+    // same id wins.
+    QMutexLocker lock(&m_userFoldersMutex);
+    for (const QString &dir : m_userFolders)
+        if (!out.contains(dir))
+            out.append(dir);
     return out;
+}
+
+void DesktopEntrySource::setUserFolders(const QStringList &folders)
+{
+    QMutexLocker lock(&m_userFoldersMutex);
+    m_userFolders = folders;
 }
 
 AppScan DesktopEntrySource::scan() const

@@ -29,6 +29,7 @@ public:
     // Ordered by display name, case-insensitive and by the rules of the locale.
     AppScan scan() const override;
     QStringList watchedDirectories() const override { return applicationDirectories(); }
+    void setUserFolders(const QStringList &folders) override;
     std::optional<AppIconReference> iconReference(const QString &appPath) const override;
 
 private:
@@ -38,6 +39,8 @@ private:
     };
 
     std::optional<QStringList> m_exportDirs;
+    mutable QMutex m_userFoldersMutex;
+    QStringList m_userFolders;
     // What the last scan decided per desktop file. A file whose stamp is
     // unchanged is not parsed again, as long as nothing it may depend on
     // changed: the folders of PATH (a TryExec or Exec program installed or

@@ -264,6 +264,19 @@ Rectangle {
                             SheetButton { text: qsTr("Unhide"); onClicked: root.grid.hiddenApps.unhide(hiddenRow.key) }
                         }
                     }
+                    Heading { text: qsTr("More places with applications") }
+                    Note { text: qsTr("Tillmora lists the applications your desktop knows. Add a folder to list the programs and desktop entries in it too.") }
+                    Repeater {
+                        model: { root.settings.revision; return root.settings.extraAppFolders() }
+                        delegate: RowLayout {
+                            id: folderRow
+                            required property string modelData
+                            Layout.fillWidth: true
+                            Label { Layout.fillWidth: true; text: folderRow.modelData; color: "white"; font.pixelSize: 14; elide: Text.ElideMiddle }
+                            SheetButton { text: qsTr("Remove"); onClicked: root.settings.removeExtraAppFolder(folderRow.modelData) }
+                        }
+                    }
+                    SheetButton { text: qsTr("Add a folder…"); onClicked: root.settings.addExtraAppFolder() }
                     Heading { text: qsTr("Names and icons") }
                     Note { text: qsTr("Right-click an app in Tillmora to rename it or give it an icon of your own. Rename with an empty name to give it its own name back.") }
                 }
