@@ -6,10 +6,13 @@
 #include "cli/CommandLine.h"
 #include "cli/InstanceCommands.h"
 #include "foundation/BundleIdentity.h"
+#include "platform/DesktopWallpaperSource.h"
 #include "platform/FileChooser.h"
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/WallpaperRepository.h"
+#include "ui/BackdropCache.h"
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
 #include "ui/RenderingBackend.h"
@@ -96,6 +99,11 @@ int main(int argc, char **argv)
                          presenter->attach({controller->workflows(), root.workflowLaunchService,
                                             root.systemFoldersService, root.systemFolderAssets,
                                             platform.fileChooser()});
+                         // The first backdrop is made now, before the first show.
+                         presenter->backdrop()->attach({root.wallpaperRepo.get(), root.appearanceRepo.get(),
+                                                        root.layoutStore, platform.desktopWallpaper(),
+                                                        BackdropCache::defaultFolder()});
+                         presenter->background()->attach(root.wallpaperRepo.get());
                          overlay = std::make_unique<OverlayWindow>(
                              *controller, *presenter,
                              [lookup = root.appIconLookup](const QString &path) {
