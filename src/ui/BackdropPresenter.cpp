@@ -1,5 +1,6 @@
 #include "ui/BackdropPresenter.h"
 
+#include "foundation/Logging.h"
 #include "storage/AppearanceRepository.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
@@ -98,9 +99,18 @@ void BackdropPresenter::refresh()
     // What is shown stays until the new image is ready.
     m_pending = true;
     m_pool.start([this, cache = m_cache, source, key, generation] {
+        QElapsedTimer timer;
+        timer.start();
         const QImage image = cache->image(source);
-        QMetaObject::invokeMethod(this, [this, key, image, generation] { show(key, image, generation); },
-                                  Qt::QueuedConnection);
+        const double ms = timer.nsecsElapsed() / 1e6;
+        QMetaObject::invokeMethod(
+            this,
+            [this, key, image, generation, ms] {
+                if (!image.isNull())
+                    qCInfo(lcApp, "Backdrop prepared in %.1f ms", ms);
+                show(key, image, generation);
+            },
+            Qt::QueuedConnection);
     });
 }
 
