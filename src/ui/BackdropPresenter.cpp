@@ -27,6 +27,8 @@ BackdropPresenter::BackdropPresenter(QObject *parent)
 
 BackdropPresenter::~BackdropPresenter()
 {
+    if (m_services.desktop)
+        m_services.desktop->setChangedHandler({});
     m_pool.clear();
     m_pool.waitForDone();
 }
