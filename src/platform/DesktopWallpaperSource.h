@@ -3,13 +3,15 @@
 #include <QString>
 #include <functional>
 
-// The desktop's own wallpaper and whether the desktop prefers dark colours,
-// as the desktop environment's settings say.
+// The desktop's own wallpaper and its preferred colour scheme, as the
+// desktop environment's settings say.
 class DesktopWallpaperSource {
 public:
     struct State {
         QString wallpaperPath; // a local file; empty when the desktop names none
-        bool prefersDark = false;
+        // Most desktops state no preference until the user picks one.
+        enum class Scheme { NoPreference, Dark, Light };
+        Scheme scheme = Scheme::NoPreference;
         bool operator==(const State &) const = default;
     };
 

@@ -62,7 +62,8 @@ void BackdropPresenter::refresh()
     const DesktopWallpaperSource::State desktop =
         m_services.desktop ? m_services.desktop->current() : DesktopWallpaperSource::State();
     const WallpaperResolver::Result resolved = m_resolver.resolve(m_services.wallpapers->choice(), desktop.wallpaperPath);
-    bool dark = desktop.prefersDark;
+    // The launcher's own look is dark glass; light only when asked for.
+    bool dark = desktop.scheme != DesktopWallpaperSource::State::Scheme::Light;
     double glass = m_glassIntensity;
     if (m_services.appearance) {
         const QString theme = m_services.appearance->theme();

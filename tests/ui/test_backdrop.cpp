@@ -84,7 +84,8 @@ private Q_SLOTS:
         WallpaperRepositoryImpl wallpapers(store, store, files);
         AppearanceRepositoryImpl appearance(store);
         auto desktop = std::make_shared<FakeDesktopWallpaperSource>();
-        desktop->state = {writeImage(env.path(QStringLiteral("desk.png")), {800, 500}, Qt::darkRed), false};
+        using Scheme = DesktopWallpaperSource::State::Scheme;
+        desktop->state = {writeImage(env.path(QStringLiteral("desk.png")), {800, 500}, Qt::darkRed), Scheme::Light};
 
         BackdropPresenter backdrop;
         backdrop.setScreenSize({160, 100});
@@ -95,10 +96,10 @@ private Q_SLOTS:
         QVERIFY(!backdrop.dark()); // "auto" follows the desktop
 
         // The desktop's wallpaper and colour scheme change while it runs.
-        desktop->change({writeImage(env.path(QStringLiteral("desk2.png")), {800, 500}, Qt::darkBlue), true});
+        desktop->change({writeImage(env.path(QStringLiteral("desk2.png")), {800, 500}, Qt::darkBlue), Scheme::NoPreference});
         QVERIFY(backdrop.waitUntilPrepared(10000));
         QVERIFY(near(middle(backdrop.frame()->image()), Qt::darkBlue));
-        QVERIFY(backdrop.dark());
+        QVERIFY(backdrop.dark()); // no preference: the launcher's own dark glass
 
         // Another process (the command line) picks a plain colour and a light look.
         wallpapers.useDesktop(); // the settings file exists, as it does once the user chose anything

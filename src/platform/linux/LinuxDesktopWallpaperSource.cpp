@@ -72,6 +72,12 @@ QVariant unwrap(QVariant value)
     return value;
 }
 
+DesktopWallpaperSource::State::Scheme portalScheme(uint value)
+{
+    using Scheme = DesktopWallpaperSource::State::Scheme;
+    return value == 1 ? Scheme::Dark : value == 2 ? Scheme::Light : Scheme::NoPreference;
+}
+
 void onGSettingsChanged(GSettings *, gchar *, gpointer self)
 {
     // GLib calls this from the main loop; the notification is still queued
@@ -147,7 +153,7 @@ void LinuxDesktopWallpaperSource::readPortal()
                 bool ok = false;
                 const uint scheme = unwrap(reply.arguments().constFirst()).toUInt(&ok);
                 if (ok) {
-                    m_portalDark = scheme == 1; // 1: prefers dark, 2: prefers light, 0: no preference
+                    m_portalScheme = portalScheme(scheme);
                     notify();
                 }
             } else if (first) {
@@ -167,21 +173,26 @@ void LinuxDesktopWallpaperSource::portalSettingChanged(const QString &nameSpace,
     const uint scheme = unwrap(value.variant()).toUInt(&ok);
     if (!ok)
         return;
-    m_portalDark = scheme == 1;
+    m_portalScheme = portalScheme(scheme);
     notify();
 }
 
 DesktopWallpaperSource::State LinuxDesktopWallpaperSource::current() const
 {
     State state;
-    if (m_portalDark)
-        state.prefersDark = *m_portalDark;
-    else if (m_interface)
-        state.prefersDark = stringOf(m_interface, kColorScheme) == QLatin1String("prefer-dark");
+    if (m_portalScheme) {
+        state.scheme = *m_portalScheme;
+    } else if (m_interface) {
+        const QString scheme = stringOf(m_interface, kColorScheme);
+        if (scheme == QLatin1String("prefer-dark"))
+            state.scheme = State::Scheme::Dark;
+        else if (scheme == QLatin1String("prefer-light"))
+            state.scheme = State::Scheme::Light;
+    }
     if (m_background) {
         // The dark picture's default names a file many systems lack; the
         // desktop then shows the light one, and so do we.
-        if (state.prefersDark && hasKey(m_background, "picture-uri-dark"))
+        if (state.scheme == State::Scheme::Dark && hasKey(m_background, "picture-uri-dark"))
             state.wallpaperPath = localPath(stringOf(m_background, "picture-uri-dark"));
         if (state.wallpaperPath.isEmpty() || !QFileInfo(state.wallpaperPath).isFile())
             state.wallpaperPath = localPath(stringOf(m_background, "picture-uri"));

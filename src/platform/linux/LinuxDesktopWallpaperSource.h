@@ -42,7 +42,7 @@ private:
     GSettings *m_interface = nullptr;
     bool m_usePlasma = false;
     QFileSystemWatcher *m_plasmaWatcher = nullptr;
-    std::optional<bool> m_portalDark;
+    std::optional<State::Scheme> m_portalScheme;
     State m_last;
     std::function<void()> m_changed;
 };
