@@ -4,7 +4,9 @@
 //   (b) hidden -> shown to the first frame swapped,
 //   (c) a synthetic Super+4 press to the overlay's first frame,
 //   (d) peak memory of the launcher with 500 applications and their icons.
-// Runs its own Xvfb. Usage: build/bench/overlay_bench [runs]
+// Runs its own Xvfb. Usage: build/bench/overlay_bench [runs [wallpaper]]
+// A wallpaper (e.g. a 3840x2160 JPEG) is made the desktop's, as GNOME's
+// settings would name it, so the launcher shows it behind the grid.
 #include "common/XvfbServer.h"
 #include "ui/RenderingBackend.h"
 
@@ -12,6 +14,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QQuickView>
@@ -19,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <cstdio>
 #include <vector>
@@ -134,6 +138,7 @@ int main(int argc, char **argv)
         return floorMain(argc, argv);
     QCoreApplication app(argc, argv);
     const int runs = argc > 1 ? std::max(3, atoi(argv[1])) : 9;
+    const QString wallpaper = argc > 2 ? QFileInfo(QString::fromLocal8Bit(argv[2])).absoluteFilePath() : QString();
 
     XvfbServer x;
     if (!x.isRunning()) {
@@ -178,6 +183,16 @@ int main(int argc, char **argv)
         for (const char *v : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"}) {
             QDir().mkpath(profile.filePath(v));
             lpe.insert(v, profile.filePath(v));
+        }
+        if (!wallpaper.isEmpty()) {
+            // GLib's keyfile backend stands in for the desktop's settings.
+            QDir().mkpath(profile.filePath("XDG_CONFIG_HOME/glib-2.0/settings"));
+            QFile keyfile(profile.filePath("XDG_CONFIG_HOME/glib-2.0/settings/keyfile"));
+            keyfile.open(QIODevice::WriteOnly);
+            keyfile.write("[org/gnome/desktop/background]\npicture-uri='" + QUrl::fromLocalFile(wallpaper).toEncoded()
+                          + "'\n");
+            keyfile.close();
+            lpe.insert("GSETTINGS_BACKEND", "keyfile");
         }
         QFile::setPermissions(profile.filePath("XDG_RUNTIME_DIR"), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
         Launcher launcher;
@@ -238,7 +253,8 @@ int main(int argc, char **argv)
         launcher.process.waitForFinished(10000);
     }
 
-    std::printf("overlay benchmark, %d runs, 500 demo apps, 1600x1000 Xvfb (software rendering)\n", runs);
+    std::printf("overlay benchmark, %d runs, 500 demo apps, 1600x1000 Xvfb (software rendering), wallpaper: %s\n", runs,
+                wallpaper.isEmpty() ? "none" : qUtf8Printable(wallpaper));
     std::printf("(a) cold start to first frame:   launcher %8.1f ms   floor %8.1f ms   ratio %.2f\n", median(cold),
                 median(floorCold), median(cold) / median(floorCold));
     std::printf("(b) hidden -> shown first frame: launcher %8.1f ms   floor %8.1f ms   ratio %.2f, beyond floor %.1f ms\n",

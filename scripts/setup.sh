@@ -15,6 +15,8 @@ packages=(
   qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript
   qml6-module-qttest qml6-module-qtqml
   libsqlite3-dev libarchive-dev libplist-dev libglib2.0-dev
+  # GNOME's wallpaper and colour-scheme settings (read when installed; trying the backdrop)
+  gsettings-desktop-schemas
   libxcb1-dev libxcb-keysyms1-dev libxcb-xinput-dev libx11-xcb-dev libevdev-dev
   libqt6svg6 qt6-image-formats-plugins fonts-dejavu-core fonts-noto-color-emoji
   xvfb xauth xdotool imagemagick x11-utils openbox libgl1-mesa-dri hicolor-icon-theme adwaita-icon-theme

@@ -7,11 +7,14 @@
 #include "cli/CommandLine.h"
 #include "cli/InstanceCommands.h"
 #include "foundation/BundleIdentity.h"
+#include "platform/DesktopWallpaperSource.h"
 #include "platform/FileChooser.h"
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppsCustomizationRepository.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/WallpaperRepository.h"
+#include "ui/BackdropCache.h"
 #include "ui/GridPresenter.h"
 #include "ui/OverlayWindow.h"
 #include "ui/RenderingBackend.h"
@@ -128,6 +131,11 @@ int main(int argc, char **argv)
                                             root.systemFoldersService, root.systemFolderAssets,
                                             platform.fileChooser(), root.appsCustomizationRepository});
                          QObject::connect(presenter.get(), &GridPresenter::settingsRequested, &app, openSettings);
+                         // The first backdrop is made now, before the first show.
+                         presenter->backdrop()->attach({root.wallpaperRepo.get(), root.appearanceRepo.get(),
+                                                        root.layoutStore, platform.desktopWallpaper(),
+                                                        BackdropCache::defaultFolder()});
+                         presenter->background()->attach(root.wallpaperRepo.get());
                          overlay = std::make_unique<OverlayWindow>(
                              *controller, *presenter,
                              [lookup = root.appIconLookup](const QString &path) {

@@ -22,6 +22,7 @@
 #include "storage/RecentAppsService.h"
 #include "storage/OrderRepository.h"
 #include "storage/UserDefaultsStore.h"
+#include "storage/WallpaperRepository.h"
 #include "storage/WidgetsRepository.h"
 
 #include <QDir>
@@ -54,6 +55,8 @@ CompositionRoot CompositionRoot::build(const StorageLocations &locations, const 
 
     root.foldersRepo = std::make_shared<FoldersRepositoryImpl>(root.layoutStore);
     root.orderRepo = std::make_shared<OrderRepositoryImpl>(root.layoutStore);
+    root.wallpaperRepo =
+        std::make_shared<WallpaperRepositoryImpl>(root.layoutStore, root.userDefaultsStore, root.fileSystemStore);
     root.appearanceRepo = std::make_shared<AppearanceRepositoryImpl>(root.layoutStore, root.userDefaultsStore);
     root.hiddenAppsService = std::make_shared<HiddenAppsServiceImpl>(root.layoutStore);
     root.recentAppsService = std::make_shared<RecentAppsServiceImpl>(root.layoutStore);

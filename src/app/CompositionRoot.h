@@ -27,6 +27,7 @@ class SystemFolderPanelAssetCache;
 class SystemFoldersServiceImpl;
 class UserDefaultsStore;
 class UserDefaultsStoreType;
+class WallpaperRepositoryImpl;
 class WidgetsRepositoryImpl;
 class WorkflowLaunchService;
 class WorkflowsRepositoryImpl;
@@ -50,6 +51,8 @@ struct CompositionRoot {
     QStringList appSearchDirectories;
     std::shared_ptr<FoldersRepositoryImpl> foldersRepo;
     std::shared_ptr<OrderRepositoryImpl> orderRepo;
+    // The profile's wallpaper image, and the machine's look without one.
+    std::shared_ptr<WallpaperRepositoryImpl> wallpaperRepo;
     std::shared_ptr<AppearanceRepositoryImpl> appearanceRepo;
     std::shared_ptr<UserDefaultsStore> userDefaultsStore;
     std::shared_ptr<FileSystemStore> fileSystemStore;

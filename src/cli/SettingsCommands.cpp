@@ -14,6 +14,7 @@
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/WallpaperRepository.h"
 #include "storage/AppsCustomizationRepository.h"
 #include "storage/UserDefaultsStore.h"
 
@@ -394,6 +395,47 @@ CommandResult hotcorner(const QStringList &args, CommandContext &context)
     }
     const HotCorner shown = manager->isEnabled() ? manager->selectedCorner() : HotCorner::none;
     return CommandResult::ok(QLatin1String(cornerName(shown)) + u'\n');
+}
+
+CommandResult wallpaper(const QStringList &args, CommandContext &context)
+{
+    WallpaperRepository &wallpapers = *context.composition.wallpaperRepo;
+    if (args.isEmpty()) {
+        const WallpaperChoice choice = wallpapers.choice();
+        if (!choice.imagePath.isEmpty())
+            return CommandResult::ok(choice.imagePath
+                                     + (QFileInfo::exists(choice.imagePath)
+                                            ? QStringLiteral("\n")
+                                            : QStringLiteral(" (missing: the desktop's wallpaper shows)\n")));
+        return CommandResult::ok(choice.style == WallpaperChoice::Style::Color
+                                     ? QStringLiteral("color ") + choice.color.name() + u'\n'
+                                     : QStringLiteral("desktop\n"));
+    }
+    if (args.first() != QLatin1String("set") || args.size() < 2 || args.size() > 3)
+        return CommandResult::usage(Verbs::expected("wallpaper"));
+    const QString what = args.at(1);
+    if (what == QLatin1String("desktop") && args.size() == 2) {
+        wallpapers.useDesktop();
+    } else if ((what == QLatin1String("none") && args.size() == 2) || (what == QLatin1String("color") && args.size() == 3)) {
+        // "none": no picture, the plain colour chosen before (or the default one).
+        const QColor color = args.size() == 3 ? QColor::fromString(args.at(2)) : wallpapers.choice().color;
+        if (!color.isValid())
+            return CommandResult::usage(QStringLiteral("'%1' is not a colour; give it as #RRGGBB").arg(args.at(2)));
+        wallpapers.useColor(color);
+    } else if (args.size() == 2) {
+        // The caller's folder: the launcher runs forwarded commands in it.
+        const QString file = QFileInfo(what).absoluteFilePath();
+        if (!QFileInfo(file).isFile())
+            return CommandResult::failure(QStringLiteral("there is no file '%1'").arg(what));
+        QString error;
+        if (!wallpapers.chooseImage(file, &error))
+            return CommandResult::failure(error);
+    } else {
+        return CommandResult::usage(Verbs::expected("wallpaper"));
+    }
+    if (context.launcher)
+        Q_EMIT context.launcher->appearanceChanged();
+    return CommandResult::ok();
 }
 
 }

@@ -16,6 +16,7 @@ CommandResult icon(const QStringList &args, CommandContext &context);
 CommandResult rename(const QStringList &args, CommandContext &context);
 CommandResult hotkey(const QStringList &args, CommandContext &context);
 CommandResult hotcorner(const QStringList &args, CommandContext &context);
+CommandResult wallpaper(const QStringList &args, CommandContext &context);
 
 // The forms that only read: "appearance [--json]", "hotkey", "hotcorner".
 bool appearanceReadsOnly(const QStringList &args);

@@ -171,6 +171,11 @@ const QList<Verb> kVerbs{
      "  hotcorner [set CORNER]     The screen corner that shows and hides the launcher:\n"
      "                             top-left, top-right, bottom-left, bottom-right or none.\n",
      true, true, false, O::None, nullptr, nullptr, C::hotcorner, nullptr, C::readsOnlyWithoutArguments},
+    {"wallpaper", "", S::Look, "wallpaper [set FILE|desktop|none|color #RRGGBB]",
+     "  wallpaper [set WHAT]       What shows behind the grid: an image FILE (copied in,\n"
+     "                             for the current Space), the desktop's wallpaper, or\n"
+     "                             none (a plain colour; 'color #RRGGBB' picks it).\n",
+     true, true, false, O::None, nullptr, nullptr, C::wallpaper, nullptr, C::readsOnlyWithoutArguments},
 
     // Raw settings: works on the stored values without loading the layout,
     // so it is never forwarded.

@@ -165,6 +165,11 @@ inline constexpr char kRecoveredHiddenApps[] = "Recovered %ld hidden app(s) from
 inline constexpr char kRecoveredWallpaper[] = "Recovered missing active Space wallpaper from standard path.";
 inline constexpr char kRecoverWallpaperFailed[] = "Failed to recover missing active Space wallpaper: %s";
 
+// Wallpaper
+inline constexpr char kWallpaperMissing[] = "Wallpaper file is missing, showing the desktop's wallpaper instead: %s";
+inline constexpr char kWallpaperChosen[] = "Wallpaper chosen: %s";
+inline constexpr char kBackdropUnreadable[] = "Backdrop image could not be read: %s";
+
 // Theme packages
 inline constexpr char kExportedTheme[] = "Exported theme %s: %lld bytes";
 inline constexpr char kThemeUnzipFailed[] = "Theme unzip failed: %s";

@@ -9,6 +9,7 @@
 #include "platform/linux/GioAppLauncher.h"
 #include "platform/linux/GioFolderAssets.h"
 #include "platform/linux/PortalFileChooser.h"
+#include "platform/linux/LinuxDesktopWallpaperSource.h"
 #include "platform/linux/LinuxApplicationPlatform.h"
 #include "platform/linux/LogindSleepWatcher.h"
 #include "platform/linux/X11PointerSource.h"
@@ -116,6 +117,13 @@ ApplicationPlatform &Platform::application(InstanceChannel &channel, const QStri
 std::shared_ptr<FileChooser> Platform::fileChooser() const
 {
     return std::make_shared<PortalFileChooser>();
+}
+
+std::shared_ptr<DesktopWallpaperSource> Platform::desktopWallpaper()
+{
+    if (!m_desktopWallpaper)
+        m_desktopWallpaper = std::make_shared<LinuxDesktopWallpaperSource>();
+    return m_desktopWallpaper;
 }
 
 bool Platform::dockIconVisible() const

@@ -8,6 +8,7 @@
 #include <memory>
 
 class ApplicationPlatform;
+class DesktopWallpaperSource;
 class FileChooser;
 class InstanceChannel;
 class LinuxApplicationPlatform;
@@ -46,6 +47,9 @@ public:
     bool dockIconVisible() const;
     // The desktop's file chooser (the portal's, where one runs).
     std::shared_ptr<FileChooser> fileChooser() const;
+    // The desktop's wallpaper and colour scheme (GNOME, KDE Plasma, the
+    // settings portal); made once, later calls return the same.
+    std::shared_ptr<DesktopWallpaperSource> desktopWallpaper();
 
     // "Start at login", for the settings window.
     static bool startsAtLogin();
@@ -54,4 +58,5 @@ public:
 private:
     Session m_session;
     std::unique_ptr<LinuxApplicationPlatform> m_application;
+    std::shared_ptr<DesktopWallpaperSource> m_desktopWallpaper;
 };

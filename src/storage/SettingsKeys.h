@@ -28,6 +28,11 @@ inline constexpr const char *kShowDockIcon = "ShowDockIcon";
 namespace SettingsKeys {
 inline constexpr const char *kCustomBackgroundImagePath = "customBackgroundImagePath";
 inline constexpr const char *kLegacyCustomBackgroundImageData = "customBackgroundImageData";
+// What the overlay shows when the profile names no image (standard store):
+// "desktop" (the desktop's own wallpaper) or "color", and the colour as
+// "#RRGGBB".
+inline constexpr const char *kBackgroundStyle = "backgroundStyle";
+inline constexpr const char *kBackgroundColor = "backgroundColor";
 }
 
 // Appearance, per display: the base name, "@", then the display's key

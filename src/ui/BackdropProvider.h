@@ -3,24 +3,27 @@
 #include <QImage>
 #include <QMutex>
 #include <QQuickImageProvider>
+#include <memory>
 
-class QScreen;
-
-// "image://backdrop/<n>": what was on the screen just before the overlay
-// opened, softly blurred, so the overlay reads as frosted glass even without
-// a compositor. Blurring is done by scaling down and back up, which is cheap.
-class BackdropProvider : public QQuickImageProvider {
+// The backdrop image the overlay shows, handed from the main thread to the
+// QML engine's image loading.
+class BackdropFrame {
 public:
-    BackdropProvider();
-
-    // Grabs the screen; returns false when the platform cannot (then the QML
-    // falls back to a tinted backdrop).
-    bool capture(QScreen *screen);
-    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
-
-    static QImage blurred(const QImage &image, int factor = 24);
+    void set(QImage image);
+    QImage image() const;
 
 private:
-    QMutex m_mutex;
+    mutable QMutex m_mutex;
     QImage m_image;
+};
+
+// "image://backdrop/<revision>": the prepared backdrop (BackdropPresenter
+// prepares it off the show path), so showing the overlay only draws.
+class BackdropProvider : public QQuickImageProvider {
+public:
+    explicit BackdropProvider(std::shared_ptr<const BackdropFrame> frame);
+    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
+
+private:
+    std::shared_ptr<const BackdropFrame> m_frame;
 };

@@ -11,6 +11,8 @@
 
 #include <QPointer>
 
+#include <QScreen>
+
 namespace {
 // Long enough to read two lines.
 constexpr int kNoticeMs = 8000;
@@ -37,6 +39,12 @@ GridPresenter::GridPresenter(LaunchpadViewModel &layout, AppNameRepositoryImpl &
     connect(&m_systemFolders, &SystemFoldersPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_spaces, &SpacesPresenter::notice, this, &GridPresenter::showNotice);
     connect(&m_themes, &ThemesPresenter::notice, this, &GridPresenter::showNotice);
+    // The missing-wallpaper notice goes as soon as the wallpaper is back.
+    connect(&m_backdrop, &BackdropPresenter::noticeChanged, this, [this, shown = QString()](const QString &text) mutable {
+        if (!text.isEmpty() || m_notice == shown)
+            showNotice(text);
+        shown = text;
+    });
     connect(&m_systemFolders, &SystemFoldersPresenter::opened, this, &GridPresenter::hide);
     m_noticeTimer.setSingleShot(true);
     m_noticeTimer.setInterval(kNoticeMs);
@@ -82,6 +90,7 @@ void GridPresenter::setSpaces(SpacesViewModel *spaces)
         m_search.clear();
         m_pages.reloadAppearance();
         m_pages.setCurrentPage(0);
+        m_backdrop.refresh(); // the Space's own wallpaper
     });
 }
 
@@ -179,11 +188,11 @@ bool GridPresenter::removeWidget(const QString &widgetId)
     return id && m_layout.removeWidget(*id);
 }
 
-void GridPresenter::setBackdropAvailable(bool available)
+void GridPresenter::setDisplay(QScreen *screen)
 {
-    m_hasBackdrop = available;
-    ++m_backdropRevision;
-    Q_EMIT backdropChanged();
+    m_pages.setDisplay(screen);
+    if (screen)
+        m_backdrop.setScreenSize(screen->size() * screen->devicePixelRatio());
 }
 
 void GridPresenter::notifyShown()

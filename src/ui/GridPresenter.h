@@ -2,6 +2,8 @@
 
 #include "storage/AppearanceRepository.h"
 #include "ui/ActivationPresenter.h"
+#include "ui/BackdropPresenter.h"
+#include "ui/BackgroundPresenter.h"
 #include "ui/CellFactory.h"
 #include "ui/DragController.h"
 #include "ui/FolderPresenter.h"
@@ -48,8 +50,8 @@ class GridPresenter : public QObject {
     Q_PROPERTY(ThemesPresenter *themes READ themes CONSTANT)
     Q_PROPERTY(WorkflowsPresenter *workflows READ workflows CONSTANT)
     Q_PROPERTY(SystemFoldersPresenter *systemFolders READ systemFolders CONSTANT)
-    Q_PROPERTY(bool hasBackdrop READ hasBackdrop NOTIFY backdropChanged)
-    Q_PROPERTY(int backdropRevision READ backdropRevision NOTIFY backdropChanged)
+    Q_PROPERTY(BackdropPresenter *backdrop READ backdrop CONSTANT)
+    Q_PROPERTY(BackgroundPresenter *background READ background CONSTANT)
     // A short message for the user (a save that failed); empty when none.
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 public:
@@ -82,8 +84,9 @@ public:
         std::shared_ptr<AppsCustomizationRepository> appIcons;
     };
     void attach(const Services &services);
-    bool hasBackdrop() const { return m_hasBackdrop; }
-    int backdropRevision() const { return m_backdropRevision; }
+    // What is drawn behind the grid, and the wallpaper choice for settings.
+    BackdropPresenter *backdrop() { return &m_backdrop; }
+    BackgroundPresenter *background() { return &m_background; }
     const CellFactory &cells() const { return m_cells; }
     QString notice() const { return m_notice; }
     // Shown for a while, or until the next one.
@@ -106,13 +109,11 @@ public:
     Q_INVOKABLE bool removeWidget(const QString &widgetId);
 
     // Called by the window around showing and hiding.
-    void setBackdropAvailable(bool available);
-    void setDisplay(QScreen *screen) { m_pages.setDisplay(screen); }
+    void setDisplay(QScreen *screen);
     void notifyShown();
     void notifyHidden();
 
 Q_SIGNALS:
-    void backdropChanged();
     void noticeChanged();
     void shown();
     void hideRequested();
@@ -132,8 +133,8 @@ private:
     ThemesPresenter m_themes;
     WorkflowsPresenter m_workflows;
     SystemFoldersPresenter m_systemFolders;
-    bool m_hasBackdrop = false;
-    int m_backdropRevision = 0;
+    BackdropPresenter m_backdrop;
+    BackgroundPresenter m_background{m_backdrop};
     QString m_notice;
     QTimer m_noticeTimer;
     std::shared_ptr<AppsCustomizationRepository> m_icons;

@@ -21,8 +21,7 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     , m_presenter(presenter)
     , m_view(std::make_unique<QQuickView>())
 {
-    m_backdrop = new BackdropProvider;
-    m_view->engine()->addImageProvider(QStringLiteral("backdrop"), m_backdrop);
+    m_view->engine()->addImageProvider(QStringLiteral("backdrop"), new BackdropProvider(presenter.backdrop()->frame()));
     m_view->engine()->addImageProvider(QStringLiteral("icon"), new IconImageProvider(std::move(iconResolver)));
     m_view->setInitialProperties({{QStringLiteral("presenter"), QVariant::fromValue(&presenter)}});
     m_view->setObjectName(QStringLiteral("LaunchpadMainOverlay"));
@@ -42,9 +41,16 @@ OverlayWindow::OverlayWindow(LaunchpadWindowController &controller, GridPresente
     // command answered before the first show acts on the user's grid.
     m_presenter.setDisplay(targetScreen());
     connect(&controller, &LaunchpadWindowController::settingsChangedElsewhere, this,
-            [this] { m_presenter.pages()->reloadAppearance(); });
-    connect(&controller, &LaunchpadWindowController::appearanceChanged, this,
-            [this] { m_presenter.pages()->reloadAppearance(); });
+            [this](const QStringList &keys) {
+                m_presenter.pages()->reloadAppearance();
+                const auto &look = BackdropPresenter::kSettingsKeys;
+                if (std::any_of(keys.cbegin(), keys.cend(), [&](const QString &key) { return look.contains(key); }))
+                    m_presenter.backdrop()->refresh();
+            });
+    connect(&controller, &LaunchpadWindowController::appearanceChanged, this, [this] {
+        m_presenter.pages()->reloadAppearance();
+        m_presenter.backdrop()->refresh();
+    });
     connect(&controller, &LaunchpadWindowController::appsCustomized, &m_presenter, &GridPresenter::refreshApps);
     connect(&controller, &LaunchpadWindowController::saveStatusChanged, this,
             [this](bool saved, const QString &error) {
@@ -99,9 +105,11 @@ void OverlayWindow::show()
 {
     m_showTimer.start();
     QScreen *screen = targetScreen();
-    // The screen is grabbed before the window covers it.
-    m_presenter.setBackdropAvailable(m_backdrop->capture(screen));
     m_presenter.setDisplay(screen);
+    // Only notices what changed unseen (a chosen file that went); the image
+    // itself was made beforehand, or is made now on a worker thread while
+    // the overlay opens over what is ready.
+    m_presenter.backdrop()->refresh();
     m_view->setScreen(screen);
     m_view->setGeometry(screen->geometry());
     m_waitingForFrame = true;

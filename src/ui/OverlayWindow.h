@@ -6,7 +6,6 @@
 #include <functional>
 #include <memory>
 
-class BackdropProvider;
 class GridPresenter;
 class LaunchpadWindowController;
 class QQuickView;
@@ -36,7 +35,6 @@ private:
 
     LaunchpadWindowController &m_controller;
     GridPresenter &m_presenter;
-    BackdropProvider *m_backdrop = nullptr; // owned by the engine
     std::unique_ptr<QQuickView> m_view;
     bool m_waitingForFrame = false;
     QElapsedTimer m_showTimer;

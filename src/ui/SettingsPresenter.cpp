@@ -10,10 +10,13 @@
 #include "platform/FileChooser.h"
 #include "ui/FallbackFileChooser.h"
 #include "storage/AppearanceRepository.h"
+#include "ui/BackdropPresenter.h"
+#include "ui/BackgroundPresenter.h"
 #include "ui/GridPresenter.h"
 #include "ui/ShortcutCapture.h"
 
 #include <QPointer>
+#include <QUrl>
 
 namespace {
 const QStringList kThemes{QStringLiteral("auto"), QStringLiteral("light"), QStringLiteral("dark")};
@@ -249,6 +252,11 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
     }
     if (geometry)
         s.grid->pages()->reloadAppearance();
+    // The glass over the wallpaper follows the look settings.
+    static const QStringList kBackdropLook{QStringLiteral("glassIntensity"), QStringLiteral("theme"),
+                                           QStringLiteral("blurEnabled")};
+    if (done && s.grid && kBackdropLook.contains(name))
+        s.grid->backdrop()->refresh();
     bump();
     return done;
 }
@@ -296,4 +304,19 @@ void SettingsPresenter::removeExtraAppFolder(const QString &folder)
     if (folders.removeAll(folder) > 0)
         m_services.setExtraAppFolders(folders);
     bump();
+}
+
+void SettingsPresenter::chooseWallpaper()
+{
+    if (!m_services.grid)
+        return;
+    QPointer<SettingsPresenter> self(this);
+    FallbackFileChooser::chooseWith(m_services.chooser.get(), FileChooser::Kind::Image, tr("Choose a picture for the background"),
+                                    [self](const QString &file) {
+                                        if (!self || file.isEmpty())
+                                            return;
+                                        self->m_wallpaperError =
+                                            self->m_services.grid->background()->chooseImage(QUrl::fromLocalFile(file));
+                                        self->bump();
+                                    });
 }

@@ -28,6 +28,7 @@ class SettingsPresenter : public QObject {
     Q_PROPERTY(bool shortcutTaken READ shortcutTaken NOTIFY changed)
     Q_PROPERTY(QString pinchStatus READ pinchStatus NOTIFY changed)
     Q_PROPERTY(GridPresenter *grid READ grid CONSTANT)
+    Q_PROPERTY(QString wallpaperError READ wallpaperError NOTIFY changed)
 public:
     struct Services {
         HotKeyManager *hotKeys = nullptr;
@@ -51,6 +52,7 @@ public:
     bool shortcutTaken() const;
     QString pinchStatus() const;
     GridPresenter *grid() const { return m_services.grid; }
+    QString wallpaperError() const { return m_wallpaperError; }
 
     Q_INVOKABLE QVariant value(const QString &name) const;
     // False (and nothing written) for a value out of range or of a wrong kind.
@@ -67,6 +69,9 @@ public:
     Q_INVOKABLE QStringList extraAppFolders() const;
     Q_INVOKABLE void addExtraAppFolder();
     Q_INVOKABLE void removeExtraAppFolder(const QString &folder);
+    // Asks for a picture and puts it behind the grid; a refusal's reason is
+    // in wallpaperError.
+    Q_INVOKABLE void chooseWallpaper();
 
     // Another process or a Space switch changed settings.
     void reload();
@@ -79,4 +84,5 @@ private:
 
     Services m_services;
     int m_revision = 0;
+    QString m_wallpaperError;
 };

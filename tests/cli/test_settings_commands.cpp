@@ -190,6 +190,35 @@ private Q_SLOTS:
 
     // The launcher answers from its own managers, so what it prints after a
     // change is what it has taken in.
+    void wallpaperChoices()
+    {
+        QCOMPARE(tillmora({"wallpaper"}).out, QStringLiteral("desktop\n"));
+        QFile notes(env->path(QStringLiteral("notes.png")));
+        QVERIFY(notes.open(QIODevice::WriteOnly));
+        notes.write("not an image\n");
+        notes.close();
+        const Run refused = tillmora({"wallpaper", "set", "notes.png"});
+        QCOMPARE(refused.exitCode, 1);
+        QVERIFY(!QDir(env->dataDir() + QStringLiteral("/Wallpapers")).exists()
+                || QDir(env->dataDir() + QStringLiteral("/Wallpapers")).isEmpty());
+        QCOMPARE(tillmora({"wallpaper"}).out, QStringLiteral("desktop\n"));
+
+        QImage image(40, 30, QImage::Format_RGB32);
+        image.fill(Qt::blue);
+        QVERIFY(image.save(env->path(QStringLiteral("blue.png"))));
+        QCOMPARE(tillmora({"wallpaper", "set", "blue.png"}).exitCode, 0);
+        const QString copy = tillmora({"wallpaper"}).out.trimmed();
+        QVERIFY2(copy.startsWith(env->dataDir() + QStringLiteral("/Wallpapers/")) && QImage(copy).size() == QSize(40, 30),
+                 qPrintable(copy));
+
+        QCOMPARE(tillmora({"wallpaper", "set", "color", "not-a-colour"}).exitCode, 2);
+        QCOMPARE(tillmora({"wallpaper", "set", "color", "#5a2d4f"}).exitCode, 0);
+        QCOMPARE(tillmora({"wallpaper"}).out, QStringLiteral("color #5a2d4f\n"));
+        QVERIFY(QFile::exists(copy)); // a picture once chosen is kept: a Space or a theme may name it
+        QCOMPARE(tillmora({"wallpaper", "set", "desktop"}).exitCode, 0);
+        QCOMPARE(tillmora({"wallpaper"}).out, QStringLiteral("desktop\n"));
+    }
+
     void aRunningLauncherTakesShortcutsAndLookAtOnce()
     {
         QProcess launcher;

@@ -11,6 +11,7 @@
 #include "storage/RecentAppsService.h"
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStore.h"
+#include "storage/WallpaperResolver.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -339,6 +340,12 @@ class LogTextsTest : public QObject {
                      store.set(png.data(), QLatin1String(SettingsKeys::kLegacyCustomBackgroundImageData));
                  });
              }},
+            {"missing wallpaper",
+             [] {
+                 WallpaperChoice choice;
+                 choice.imagePath = QStringLiteral("/media/usb/Wallpapers/gone.jpg");
+                 WallpaperResolver().resolve(choice, QString());
+             }},
             {"dangling Space",
              [] {
                  migrate([](UserDefaultsStore &store) {
@@ -472,6 +479,8 @@ private Q_SLOTS:
         row("folders repository", "Successfully saved 1 folders to UserDefaults");
         row("folders repository", "Successfully decoded 1 folders from UserDefaults");
         row("folders repository", "Failed to decode folders from UserDefaults: element 0: key \"name\": missing");
+        row("missing wallpaper",
+            "Wallpaper file is missing, showing the desktop's wallpaper instead: /media/usb/Wallpapers/gone.jpg");
         row("hidden apps", "Hidden app: /a/A.app");
         row("hidden apps", "Showed app: /a/B.app");
         row("hidden apps", "Retrieved 1 hidden apps");

@@ -1,5 +1,12 @@
 #include "common/LogCapture.h"
+#include "common/TempEnvironment.h"
 #include "platform/Platform.h"
+#include "platform/linux/LinuxDesktopWallpaperSource.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <gio/gio.h>
 
 #include <QTest>
 
@@ -88,6 +95,65 @@ private Q_SLOTS:
         Platform(Platform::Session::Wayland).logSession();
         QCOMPARE(log.matching(QStringLiteral("Session type: ")).size(), 1);
         QCOMPARE(log.matching(QStringLiteral("Session type: wayland (Qt platform \"offscreen\"")).size(), 1);
+    }
+
+    // GNOME's settings through GLib's keyfile backend: the dark picture when
+    // the desktop prefers dark and the file is there, else the light one;
+    // a change while running is reported.
+    void theDesktopWallpaperFollowsGnomeSettings()
+    {
+        GSettingsSchemaSource *schemas = g_settings_schema_source_get_default();
+        GSettingsSchema *schema = schemas ? g_settings_schema_source_lookup(schemas, "org.gnome.desktop.background", TRUE) : nullptr;
+        if (!schema)
+            QSKIP("GNOME's desktop schemas are not installed");
+        g_settings_schema_unref(schema);
+        TempEnvironment env;
+        qputenv("GSETTINGS_BACKEND", "keyfile");
+        qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS"); // the portal is not asked
+        const QString light = env.path(QStringLiteral("light.png"));
+        const QString dark = env.path(QStringLiteral("dark.png"));
+        QImage(4, 4, QImage::Format_RGB32).save(light);
+        const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/glib-2.0/settings");
+        QVERIFY(QDir().mkpath(folder));
+        QFile keyfile(folder + QStringLiteral("/keyfile"));
+        QVERIFY(keyfile.open(QIODevice::WriteOnly));
+        keyfile.write(QStringLiteral("[org/gnome/desktop/background]\npicture-uri='file://%1'\npicture-uri-dark='file://%2'\n"
+                                     "[org/gnome/desktop/interface]\ncolor-scheme='prefer-dark'\n")
+                          .arg(light, dark)
+                          .toUtf8());
+        keyfile.close();
+
+        LinuxDesktopWallpaperSource source;
+        int changes = 0;
+        source.setChangedHandler([&] { ++changes; });
+        QCOMPARE(source.current().scheme, DesktopWallpaperSource::State::Scheme::Dark);
+        QCOMPARE(source.current().wallpaperPath, light); // the dark picture is missing
+        QImage(4, 4, QImage::Format_RGB32).save(dark);
+        QCOMPARE(source.current().wallpaperPath, dark);
+
+        GSettings *settings = g_settings_new("org.gnome.desktop.interface");
+        g_settings_set_string(settings, "color-scheme", "prefer-light");
+        g_settings_sync();
+        QTRY_VERIFY_WITH_TIMEOUT(changes > 0, 5000);
+        QCOMPARE(source.current().scheme, DesktopWallpaperSource::State::Scheme::Light);
+        QCOMPARE(source.current().wallpaperPath, light);
+        g_object_unref(settings);
+    }
+
+    void plasmaNamesItsWallpaperInTheAppletsFile()
+    {
+        TempEnvironment env;
+        QFile file(env.path(QStringLiteral("appletsrc")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[Containments][1][Applets][4][Configuration][General]\nImage=file:///not/this.png\n"
+                   "[Containments][2][Wallpaper][org.kde.image][General]\nImage=file:///home/u/Pictures/sea%20side.jpg\n"
+                   "SlidePaths=/usr/share/wallpapers/\n"
+                   "[Containments][3][Wallpaper][org.kde.image][General]\nImage=/second/screen.png\n");
+        file.close();
+        QCOMPARE(LinuxDesktopWallpaperSource::plasmaWallpaper(file.fileName()), QStringLiteral("/home/u/Pictures/sea side.jpg"));
+        QCOMPARE(LinuxDesktopWallpaperSource::localPath(QStringLiteral("https://example.com/a.jpg")), QString());
+        QVERIFY(LinuxDesktopWallpaperSource::plasmaWallpaper(env.path(QStringLiteral("absent"))).isEmpty());
     }
 };
 

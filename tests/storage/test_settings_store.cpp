@@ -369,7 +369,10 @@ private Q_SLOTS:
             // While reading, waiting for or holding the lock, writing or renaming.
             for (int w = 0; w < 2; ++w) {
                 QThread::usleep(random.bounded(200, 25000));
-                ::kill(pid_t(processes[w].processId()), SIGKILL);
+                // A writer already gone has pid 0, and kill(0) would end this
+                // whole process group (ctest with it).
+                if (const pid_t pid = pid_t(processes[w].processId()); pid > 0)
+                    ::kill(pid, SIGKILL);
             }
             for (int w = 0; w < 2; ++w) {
                 QVERIFY(processes[w].waitForFinished(10000));
@@ -419,7 +422,8 @@ private Q_SLOTS:
             while (!saved && (process.canReadLine() || process.waitForReadyRead(20000)))
                 while (process.canReadLine())
                     saved = saved || process.readLine().startsWith("ack ");
-            ::kill(pid_t(process.processId()), SIGKILL);
+            if (const pid_t pid = pid_t(process.processId()); pid > 0)
+                ::kill(pid, SIGKILL);
             process.waitForFinished(10000);
             QVERIFY2(saved, qPrintable(writer.prefix));
         }

@@ -1,30 +1,30 @@
 import Tillmora
 import QtQuick
 
-// Behind the grid: the frosted screen grab when there is one, over a
-// gradient of the glass colour.
+// Behind the grid: the prepared wallpaper (the Space's image or the
+// desktop's, blurred unless the user turned blur off) over its plain colour,
+// and a glass tint that follows the light or dark look.
 Item {
     id: backdrop
-    required property GridPresenter presenter
+    required property BackdropPresenter model
 
     Rectangle {
         anchors.fill: parent
-        gradient: Gradient {
-            GradientStop { position: 0; color: "#2b3a55" }
-            GradientStop { position: 1; color: "#151b2b" }
-        }
+        color: backdrop.model.color
     }
     Image {
         anchors.fill: parent
-        visible: backdrop.presenter.hasBackdrop
-        source: backdrop.presenter.hasBackdrop ? "image://backdrop/" + backdrop.presenter.backdropRevision : ""
-        opacity: 0.8 // a little of the glass colour shows through
+        visible: backdrop.model.hasImage
+        source: backdrop.model.hasImage ? "image://backdrop/" + backdrop.model.revision : ""
+        asynchronous: false // already decoded: this only uploads it
         cache: false
         smooth: true
         fillMode: Image.Stretch
     }
     Rectangle {
         anchors.fill: parent
-        color: Qt.rgba(0.06, 0.08, 0.14, backdrop.presenter.hasBackdrop ? 0.45 : 0.2)
+        readonly property real strength: 0.25 + 0.35 * backdrop.model.glassIntensity
+        color: backdrop.model.dark ? Qt.rgba(0.06, 0.08, 0.14, strength)
+                                   : Qt.rgba(0.93, 0.95, 0.98, strength * 0.6)
     }
 }

@@ -47,7 +47,7 @@ FocusScope {
     Backdrop {
         id: backdrop
         anchors.fill: parent
-        presenter: overlay.presenter
+        model: overlay.presenter.backdrop
     }
     MouseArea {
         // Outside the grid (around the search field and the dots).

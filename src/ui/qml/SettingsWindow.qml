@@ -114,7 +114,7 @@ Rectangle {
                 objectName: "settingsSections"
                 anchors.fill: parent
                 anchors.topMargin: 18
-                model: [qsTr("General"), qsTr("Appearance"), qsTr("Apps"), qsTr("Folders")]
+                model: [qsTr("General"), qsTr("Appearance"), qsTr("Background"), qsTr("Apps"), qsTr("Folders")]
                 currentIndex: root.section
                 delegate: ItemDelegate {
                     id: sectionItem
@@ -233,6 +233,70 @@ Rectangle {
                     SettingRow { label: qsTr("Blur the background"); Toggle { name: "blurEnabled" } }
                     SettingRow { label: qsTr("Plate behind each icon"); Toggle { name: "cellBackgroundEnabled" } }
                     SettingRow { label: qsTr("Filled background"); Toggle { name: "filledBackgroundEnabled" } }
+                }
+
+                ColumnLayout { // Background
+                    id: backgroundSection
+                    readonly property BackgroundPresenter background: root.grid ? root.grid.background : null
+                    spacing: 14
+                    Heading { text: qsTr("Background") }
+                    Note { text: qsTr("Behind the grid: a picture of your own (each Space keeps its own), the desktop's wallpaper, or a plain colour. It is blurred like frosted glass unless you switch blur off under Appearance.") }
+                    component Option: RadioButton {
+                        id: option
+                        font.pixelSize: 15
+                        contentItem: Label {
+                            text: option.text
+                            font: option.font
+                            color: "white"
+                            leftPadding: option.indicator.width + 8
+                            verticalAlignment: Text.AlignVCenter
+                        }
+                    }
+                    Option {
+                        text: qsTr("The desktop's wallpaper")
+                        checked: backgroundSection.background && backgroundSection.background.imagePath.length === 0
+                                 && backgroundSection.background.style === "desktop"
+                        onClicked: backgroundSection.background.useDesktop()
+                    }
+                    Note {
+                        visible: backgroundSection.background && !backgroundSection.background.desktopWallpaperAvailable
+                        text: qsTr("Tillmora cannot read this desktop's wallpaper; the plain colour shows instead.")
+                    }
+                    Option {
+                        text: qsTr("A plain colour")
+                        checked: backgroundSection.background && backgroundSection.background.imagePath.length === 0
+                                 && backgroundSection.background.style === "color"
+                        onClicked: backgroundSection.background.useColor(backgroundSection.background.color)
+                    }
+                    Row {
+                        spacing: 10
+                        Layout.leftMargin: 32
+                        Repeater {
+                            model: ["#1f2a3f", "#2d3436", "#3b2a4f", "#1e4d5c", "#4a2f27", "#2f4a2f", "#5a2d4f", "#0f1115"]
+                            delegate: Rectangle {
+                                required property string modelData
+                                width: 30; height: 30; radius: 15
+                                color: modelData
+                                border.width: backgroundSection.background && Qt.colorEqual(backgroundSection.background.color, modelData) ? 3 : 1
+                                border.color: border.width > 1 ? "white" : Qt.rgba(1, 1, 1, 0.3)
+                                MouseArea { anchors.fill: parent; onClicked: backgroundSection.background.useColor(parent.color) }
+                            }
+                        }
+                    }
+                    Option {
+                        text: qsTr("A picture")
+                        checked: backgroundSection.background && backgroundSection.background.imagePath.length > 0
+                        onClicked: root.settings.chooseWallpaper()
+                    }
+                    RowLayout {
+                        Layout.leftMargin: 32
+                        visible: backgroundSection.background && backgroundSection.background.imagePath.length > 0
+                        Label { Layout.fillWidth: true; color: Qt.rgba(1, 1, 1, 0.7); font.pixelSize: 13; elide: Text.ElideMiddle
+                                text: backgroundSection.background ? backgroundSection.background.imagePath : "" }
+                        SheetButton { text: qsTr("Choose another…"); onClicked: root.settings.chooseWallpaper() }
+                    }
+                    Note { visible: text.length > 0; color: "#ffb454"; text: backgroundSection.background ? backgroundSection.background.notice : "" }
+                    Note { visible: text.length > 0; color: "#ffb454"; text: root.settings.wallpaperError }
                 }
 
                 ColumnLayout { // Apps

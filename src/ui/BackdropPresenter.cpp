@@ -1,0 +1,143 @@
+#include "ui/BackdropPresenter.h"
+
+#include "foundation/Logging.h"
+#include "storage/AppearanceRepository.h"
+#include "storage/SettingsKeys.h"
+#include "storage/UserDefaultsStoreType.h"
+#include "storage/WallpaperRepository.h"
+#include "ui/BackdropCache.h"
+#include "ui/BackdropProvider.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+
+const QStringList BackdropPresenter::kSettingsKeys = {
+    QLatin1String(SettingsKeys::kCustomBackgroundImagePath), QLatin1String(SettingsKeys::kBackgroundStyle),
+    QLatin1String(SettingsKeys::kBackgroundColor),           QLatin1String(SettingsKeys::kBlurEnabled),
+    QLatin1String(SettingsKeys::kGlassIntensity),            QLatin1String(SettingsKeys::kTheme)};
+
+BackdropPresenter::BackdropPresenter(QObject *parent)
+    : QObject(parent), m_cache(std::make_shared<BackdropCache>(QString())), m_frame(std::make_shared<BackdropFrame>())
+{
+    m_resolved.color = QColor::fromString(QLatin1String(WallpaperRepositoryImpl::kDefaultColor));
+    m_pool.setMaxThreadCount(1);
+}
+
+BackdropPresenter::~BackdropPresenter()
+{
+    if (m_services.desktop)
+        m_services.desktop->setChangedHandler({});
+    m_pool.clear();
+    m_pool.waitForDone();
+}
+
+void BackdropPresenter::attach(Services services)
+{
+    m_services = std::move(services);
+    m_cache = std::make_shared<BackdropCache>(m_services.cacheFolder);
+    if (m_services.desktop)
+        m_services.desktop->setChangedHandler([this] { refresh(); });
+    refresh();
+}
+
+bool BackdropPresenter::desktopWallpaperAvailable() const
+{
+    return m_services.desktop && !m_services.desktop->current().wallpaperPath.isEmpty();
+}
+
+void BackdropPresenter::setScreenSize(const QSize &deviceSize)
+{
+    if (deviceSize == m_screenSize)
+        return;
+    m_screenSize = deviceSize;
+    refresh();
+}
+
+void BackdropPresenter::refresh()
+{
+    if (!m_services.wallpapers)
+        return;
+    const DesktopWallpaperSource::State desktop =
+        m_services.desktop ? m_services.desktop->current() : DesktopWallpaperSource::State();
+    const WallpaperResolver::Result resolved = m_resolver.resolve(m_services.wallpapers->choice(), desktop.wallpaperPath);
+    // The launcher's own look is dark glass; light only when asked for.
+    bool dark = desktop.scheme != DesktopWallpaperSource::State::Scheme::Light;
+    double glass = m_glassIntensity;
+    if (m_services.appearance) {
+        const QString theme = m_services.appearance->theme();
+        if (theme == QLatin1String("dark") || theme == QLatin1String("light"))
+            dark = theme == QLatin1String("dark");
+        glass = std::clamp(m_services.appearance->glassIntensity(), 0.0, 1.0);
+    }
+    const QVariant blurSetting = m_services.profileStore
+        ? m_services.profileStore->object(QLatin1String(SettingsKeys::kBlurEnabled))
+        : QVariant();
+    const BackdropSource source{resolved.imagePath, m_screenSize, !blurSetting.isValid() || blurSetting.toBool()};
+
+    const bool lookChanged = resolved.color != m_resolved.color || dark != m_dark || glass != m_glassIntensity;
+    const bool noticeChanged = resolved.notice != m_resolved.notice;
+    m_resolved = resolved;
+    m_dark = dark;
+    m_glassIntensity = glass;
+    if (noticeChanged)
+        Q_EMIT this->noticeChanged(m_resolved.notice);
+
+    // Nothing is made before the screen is known: it sets the size.
+    const QString key = m_screenSize.isEmpty() ? QString() : BackdropCache::keyFor(source);
+    if (key == m_shownKey) {
+        if (lookChanged)
+            Q_EMIT changed();
+        return;
+    }
+    m_shownKey = key;
+    const quint64 generation = ++m_generation;
+    if (key.isEmpty()) {
+        show(key, QImage(), generation);
+        return;
+    }
+    if (lookChanged)
+        Q_EMIT changed();
+    // What is shown stays until the new image is ready.
+    m_pending = true;
+    m_pool.start([this, cache = m_cache, source, key, generation] {
+        QElapsedTimer timer;
+        timer.start();
+        const QImage image = cache->image(source);
+        const double ms = timer.nsecsElapsed() / 1e6;
+        QMetaObject::invokeMethod(
+            this,
+            [this, key, image, generation, ms] {
+                if (!image.isNull())
+                    qCInfo(lcApp, "Backdrop prepared in %.1f ms", ms);
+                show(key, image, generation);
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void BackdropPresenter::show(const QString &key, const QImage &image, quint64 generation)
+{
+    if (generation != m_generation)
+        return; // a newer choice is on its way
+    m_pending = false;
+    if (image.isNull() && !key.isEmpty())
+        m_shownKey.clear(); // unreadable: tried again on the next refresh
+    m_frame->set(image);
+    m_hasImage = !image.isNull();
+    ++m_revision;
+    Q_EMIT changed();
+    Q_EMIT prepared();
+}
+
+bool BackdropPresenter::waitUntilPrepared(int timeoutMs)
+{
+    if (!m_pending)
+        return true;
+    QEventLoop loop;
+    connect(this, &BackdropPresenter::prepared, &loop, &QEventLoop::quit);
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
+    loop.exec();
+    return !m_pending;
+}
