@@ -201,11 +201,14 @@ public:
     QPointF gap(int cell) const { return cellRect(cell).center() + QPointF(-cellRect(cell).width() * 0.35, 0); }
     // A cell of an open folder (as FolderPanel.qml lays out its default 4 x 5
     // grid: a box centred on the screen, its name above the cells).
-    QPointF folderCell(int cell) const
+    // The open panel of a folder of 4 x 5 holding `members` apps: as tall as
+    // the rows they fill.
+    QPointF folderCell(int cell, int members) const
     {
         const qreal size = std::min(m_screen.width() * 0.8 / 5, m_screen.height() * 0.7 / 5);
         const qreal titleHeight = 31;
-        const qreal boxHeight = size * 4 + titleHeight + 72;
+        const int rows = std::clamp((members + 4) / 5, 1, 4);
+        const qreal boxHeight = size * rows + titleHeight + 72;
         const qreal left = (m_screen.width() - (size * 5 + 48)) / 2 + 24;
         const qreal top = (m_screen.height() - boxHeight) / 2 + 20 + titleHeight + 16;
         return {left + (cell % 5 + 0.5) * size, top + (cell / 5 + 0.5) * size};
@@ -372,7 +375,7 @@ private Q_SLOTS:
         const QJsonArray members = s.folder(id).value(QStringLiteral("appPaths")).toArray();
         QVERIFY(!members.isEmpty());
         const QString member = members.first().toString();
-        const QPointF first = s.folderCell(0);
+        const QPointF first = s.folderCell(0, int(members.size()));
         QVERIFY(iconDrawn(open, QRectF(first - QPointF(40, 40), QSizeF(80, 80))));
 
         const QPointF away = direction == "left"    ? QPointF(s.cell(16).x(), first.y())
@@ -412,7 +415,7 @@ private Q_SLOTS:
             s.key(QStringLiteral("Menu"));
             QTest::qWait(500);
             s.screenshot(QStringLiteral("menu-open-by-key"));
-            s.key(QStringLiteral("Down Down Down")); // Open, Rename…, Hide
+            s.key(QStringLiteral("Down Down Down Down")); // Open, Rename…, Change icon…, Hide
             s.key(QStringLiteral("Return"));
             QTRY_VERIFY(s.layout().value(QStringLiteral("hiddenApps")).toArray().contains(
                 QJsonValue(QString(hidden).remove(QStringLiteral("A:")))));
