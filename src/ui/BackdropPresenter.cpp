@@ -16,7 +16,8 @@
 const QStringList BackdropPresenter::kSettingsKeys = {
     QLatin1String(SettingsKeys::kCustomBackgroundImagePath), QLatin1String(SettingsKeys::kBackgroundStyle),
     QLatin1String(SettingsKeys::kBackgroundColor),           QLatin1String(SettingsKeys::kBlurEnabled),
-    QLatin1String(SettingsKeys::kGlassIntensity),            QLatin1String(SettingsKeys::kTheme)};
+    QLatin1String(SettingsKeys::kGlassIntensity),            QLatin1String(SettingsKeys::kTheme),
+    QLatin1String(SettingsKeys::kTitleColorOverride)};
 
 BackdropPresenter::BackdropPresenter(QObject *parent)
     : QObject(parent), m_cache(std::make_shared<BackdropCache>(QString())), m_frame(std::make_shared<BackdropFrame>())
@@ -65,7 +66,9 @@ void BackdropPresenter::refresh()
     // The launcher's own look is dark glass; light only when asked for.
     bool dark = desktop.scheme != DesktopWallpaperSource::State::Scheme::Light;
     double glass = m_glassIntensity;
+    QString title = QStringLiteral("auto");
     if (m_services.appearance) {
+        title = m_services.appearance->titleColorOverride();
         const QString theme = m_services.appearance->theme();
         if (theme == QLatin1String("dark") || theme == QLatin1String("light"))
             dark = theme == QLatin1String("dark");
@@ -76,7 +79,12 @@ void BackdropPresenter::refresh()
         : QVariant();
     const BackdropSource source{resolved.imagePath, m_screenSize, !blurSetting.isValid() || blurSetting.toBool()};
 
-    const bool lookChanged = resolved.color != m_resolved.color || dark != m_dark || glass != m_glassIntensity;
+    // Names under icons: light on dark glass, dark on light glass, unless set.
+    const bool lightTitles = title == QLatin1String("light") || (title != QLatin1String("dark") && dark);
+    const QColor titleColor = lightTitles ? QColor(Qt::white) : QColor(0x1d, 0x1d, 0x1f);
+    const bool lookChanged = resolved.color != m_resolved.color || dark != m_dark || glass != m_glassIntensity
+        || titleColor != m_titleColor;
+    m_titleColor = titleColor;
     const bool noticeChanged = resolved.notice != m_resolved.notice;
     m_resolved = resolved;
     m_dark = dark;

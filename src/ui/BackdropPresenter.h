@@ -30,6 +30,8 @@ class BackdropPresenter : public QObject {
     Q_PROPERTY(QColor color READ color NOTIFY changed)
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     Q_PROPERTY(double glassIntensity READ glassIntensity NOTIFY changed)
+    // The colour of the names under the icons ("titleColorOverride").
+    Q_PROPERTY(QColor titleColor READ titleColor NOTIFY changed)
 public:
     // The settings that change what is drawn.
     static const QStringList kSettingsKeys;
@@ -53,6 +55,7 @@ public:
     QColor color() const { return m_resolved.color; }
     bool dark() const { return m_dark; }
     double glassIntensity() const { return m_glassIntensity; }
+    QColor titleColor() const { return m_titleColor; }
     QString notice() const { return m_resolved.notice; }
     bool desktopWallpaperAvailable() const;
     const WallpaperResolver::Result &resolved() const { return m_resolved; }
@@ -74,6 +77,7 @@ private:
 
     Services m_services;
     WallpaperResolver m_resolver;
+    QColor m_titleColor = Qt::white;
     WallpaperResolver::Result m_resolved;
     std::shared_ptr<BackdropCache> m_cache;
     std::shared_ptr<BackdropFrame> m_frame;

@@ -254,7 +254,7 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
         s.grid->pages()->reloadAppearance();
     // The glass over the wallpaper follows the look settings.
     static const QStringList kBackdropLook{QStringLiteral("glassIntensity"), QStringLiteral("theme"),
-                                           QStringLiteral("blurEnabled")};
+                                           QStringLiteral("blurEnabled"), QStringLiteral("titleColorOverride")};
     if (done && s.grid && kBackdropLook.contains(name))
         s.grid->backdrop()->refresh();
     bump();

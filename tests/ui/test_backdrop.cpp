@@ -94,12 +94,21 @@ private Q_SLOTS:
         QVERIFY(backdrop.hasImage());
         QVERIFY(near(middle(backdrop.frame()->image()), Qt::darkRed));
         QVERIFY(!backdrop.dark()); // "auto" follows the desktop
+        QCOMPARE(backdrop.titleColor().lightness() < 128, true); // dark names on light glass
 
         // The desktop's wallpaper and colour scheme change while it runs.
         desktop->change({writeImage(env.path(QStringLiteral("desk2.png")), {800, 500}, Qt::darkBlue), Scheme::NoPreference});
         QVERIFY(backdrop.waitUntilPrepared(10000));
         QVERIFY(near(middle(backdrop.frame()->image()), Qt::darkBlue));
         QVERIFY(backdrop.dark()); // no preference: the launcher's own dark glass
+        QCOMPARE(backdrop.titleColor(), QColor(Qt::white));
+        // A chosen title colour holds whatever the glass; an unknown one reads as "auto".
+        appearance.setTitleColorOverride(QStringLiteral("dark"));
+        backdrop.refresh();
+        QVERIFY(backdrop.titleColor().lightness() < 128);
+        store->set(QStringLiteral("chartreuse"), QLatin1String(SettingsKeys::kTitleColorOverride));
+        backdrop.refresh();
+        QCOMPARE(backdrop.titleColor(), QColor(Qt::white));
 
         // Another process (the command line) picks a plain colour and a light look.
         wallpapers.useDesktop(); // the settings file exists, as it does once the user chose anything

@@ -7,6 +7,7 @@ Item {
     property string title
     property real iconSize: 96
     property bool showLabel: true
+    property color labelColor: "white"
     property bool selected: false
     property bool dimmed: false
 
@@ -49,10 +50,10 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
         text: root.title
-        color: "white"
+        color: root.labelColor
         opacity: root.dimmed ? 0.35 : 1
         font.pixelSize: Math.max(11, Math.round(root.iconSize * 0.14))
         style: Text.Raised
-        styleColor: Qt.rgba(0, 0, 0, 0.45)
+        styleColor: root.labelColor.hslLightness > 0.5 ? Qt.rgba(0, 0, 0, 0.45) : Qt.rgba(1, 1, 1, 0.35)
     }
 }

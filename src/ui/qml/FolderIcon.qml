@@ -9,6 +9,7 @@ Item {
     property string title
     property real iconSize: 96
     property bool showLabel: true
+    property color labelColor: "white"
     property bool selected: false
     property bool highlighted: false
 
@@ -62,9 +63,9 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
         text: root.title
-        color: "white"
+        color: root.labelColor
         font.pixelSize: Math.max(11, Math.round(root.iconSize * 0.14))
         style: Text.Raised
-        styleColor: Qt.rgba(0, 0, 0, 0.45)
+        styleColor: root.labelColor.hslLightness > 0.5 ? Qt.rgba(0, 0, 0, 0.45) : Qt.rgba(1, 1, 1, 0.35)
     }
 }

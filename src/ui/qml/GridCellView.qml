@@ -25,6 +25,7 @@ Item {
     property int columns: 8
     property real iconSize: 96
     property bool showLabels: true
+    property color labelColor: "white"
     property string draggedKey
     property string mergeTarget
     property bool selected: false
@@ -48,6 +49,7 @@ Item {
         title: cell.title
         iconSize: cell.iconSize
         showLabel: cell.showLabels
+        labelColor: cell.labelColor
         selected: cell.selected || cell.mergeTarget === cell.key
     }
     FolderIcon {
@@ -57,6 +59,7 @@ Item {
         title: cell.title
         iconSize: cell.iconSize
         showLabel: cell.showLabels
+        labelColor: cell.labelColor
         selected: cell.selected
         highlighted: cell.mergeTarget === cell.key
     }
@@ -76,6 +79,7 @@ Item {
         title: cell.title
         iconSize: cell.iconSize
         showLabel: cell.showLabels
+        labelColor: cell.labelColor
         selected: cell.selected
     }
 }

@@ -11,6 +11,7 @@ Item {
     required property PagesPresenter pages
     required property DragController drag
     property int selectedIndex: -1
+    property color labelColor: "white"
 
     readonly property real cellWidth: width / pages.columns
     readonly property real cellHeight: height / pages.rows
@@ -26,6 +27,7 @@ Item {
             draggedKey: page.drag.gridKey
             mergeTarget: page.drag.mergeTarget
             selected: page.selectedIndex === index
+            labelColor: page.labelColor
             animated: page.drag.active
         }
     }

@@ -123,6 +123,7 @@ FocusScope {
         drag: overlay.drag
         gridMargin: overlay.gridMargin
         selectedIndex: overlay.selectedIndex
+        labelColor: overlay.presenter.backdrop.titleColor
     }
     Notice {
         text: overlay.presenter.notice

@@ -12,6 +12,7 @@ Item {
     required property DragController drag
     property real gridMargin: 40
     property int selectedIndex: -1
+    property color labelColor: "white"
 
     ListView {
         id: list
@@ -50,6 +51,7 @@ Item {
                 pages: view.pages
                 drag: view.drag
                 selectedIndex: pageDelegate.pageIndex === view.pages.currentPage ? view.selectedIndex : -1
+                labelColor: view.labelColor
             }
         }
     }

@@ -9,6 +9,7 @@ Item {
     property string title
     property real iconSize: 96
     property bool showLabel: true
+    property color labelColor: "white"
     property bool selected: false
     Accessible.role: Accessible.Button
     Accessible.name: qsTr("Workflow %1").arg(title)
@@ -51,7 +52,7 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
         text: root.title
-        color: "white"
+        color: root.labelColor
         font.pixelSize: Math.max(11, Math.round(root.iconSize * 0.14))
     }
 }
