@@ -4,6 +4,7 @@
 // leaves the stored data byte for byte as it was.
 #include "CatalogueFixtures.h"
 #include "cli/Verbs.h"
+#include "common/CommandRun.h"
 #include "common/TempEnvironment.h"
 
 #include <QDir>
@@ -23,15 +24,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-namespace {
-
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-}
+using Run = CommandRun;
 
 class CommandLineTest : public QObject {
     Q_OBJECT
@@ -39,34 +32,25 @@ class CommandLineTest : public QObject {
     std::unique_ptr<TempEnvironment> env;
     QString apps;
 
+    // No desktop entries of the machine: only the fixture bundles.
     QProcessEnvironment processEnvironment() const
     {
-        QProcessEnvironment pe = QProcessEnvironment::systemEnvironment();
-        pe.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        pe.insert(QStringLiteral("TILLMORA_APP_DIRS"), apps);
-        // No desktop entries of the machine: only the fixture bundles.
-        pe.insert(QStringLiteral("XDG_DATA_DIRS"), env->path(QStringLiteral("no-share")));
-        pe.remove(QStringLiteral("DISPLAY"));
-        return pe;
+        return commandEnvironment(apps, env->path(QStringLiteral("no-share")));
     }
 
     // fileSizeLimit > 0 runs the command as on a nearly full disk: no file
     // it writes may grow past that many bytes.
     Run tillmora(const QStringList &args, rlim_t fileSizeLimit = 0)
     {
-        QProcess p;
-        p.setProcessEnvironment(processEnvironment());
+        std::function<void()> nearlyFullDisk;
         if (fileSizeLimit > 0) {
-            p.setChildProcessModifier([fileSizeLimit] {
+            nearlyFullDisk = [fileSizeLimit] {
                 const rlimit limit{fileSizeLimit, fileSizeLimit};
                 ::signal(SIGXFSZ, SIG_IGN);
                 ::setrlimit(RLIMIT_FSIZE, &limit);
-            });
+            };
         }
-        p.start(QStringLiteral(TILLMORA_BINARY), args);
-        if (!p.waitForFinished(60000))
-            return {};
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return runCommand(QStringLiteral(TILLMORA_BINARY), args, processEnvironment(), {}, nearlyFullDisk);
     }
 
     QString app(const QString &name) const { return apps + u'/' + name + QStringLiteral(".app"); }

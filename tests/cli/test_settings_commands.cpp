@@ -2,6 +2,7 @@
 // executable in temporary XDG folders: values are checked before anything is
 // written, and a running launcher takes a change in itself.
 #include "CatalogueFixtures.h"
+#include "common/CommandRun.h"
 #include "common/TempEnvironment.h"
 
 #include <QDir>
@@ -14,13 +15,7 @@
 #include <QScopeGuard>
 #include <QTest>
 
-namespace {
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-}
+using Run = CommandRun;
 
 class SettingsCommandsTest : public QObject {
     Q_OBJECT
@@ -30,23 +25,12 @@ class SettingsCommandsTest : public QObject {
 
     QProcessEnvironment processEnvironment() const
     {
-        QProcessEnvironment pe = QProcessEnvironment::systemEnvironment();
-        pe.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        pe.insert(QStringLiteral("TILLMORA_APP_DIRS"), apps);
-        pe.insert(QStringLiteral("XDG_DATA_DIRS"), env->path(QStringLiteral("no-share")));
-        pe.remove(QStringLiteral("DISPLAY"));
-        return pe;
+        return commandEnvironment(apps, env->path(QStringLiteral("no-share")));
     }
 
     Run tillmora(const QStringList &args)
     {
-        QProcess p;
-        p.setProcessEnvironment(processEnvironment());
-        p.setWorkingDirectory(env->root()); // relative files are the caller's
-        p.start(QStringLiteral(TILLMORA_BINARY), args);
-        if (!p.waitForFinished(60000))
-            return {};
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return runCommand(QStringLiteral(TILLMORA_BINARY), args, processEnvironment(), env->root());
     }
 
     QString app(const QString &name) const { return apps + u'/' + name + QStringLiteral(".app"); }

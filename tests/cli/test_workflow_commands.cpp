@@ -2,6 +2,7 @@
 // desktop entries whose Exec appends a line to a file and a file manager
 // that does the same: the lines arrive in launch order, spaced by the
 // workflow's pause, and every rejected command leaves the stored data as it was.
+#include "common/CommandRun.h"
 #include "common/TempEnvironment.h"
 
 #include <QDir>
@@ -12,13 +13,7 @@
 #include <QProcess>
 #include <QTest>
 
-namespace {
-struct Run {
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-}
+using Run = CommandRun;
 
 class WorkflowCommandsTest : public QObject {
     Q_OBJECT
@@ -31,17 +26,8 @@ class WorkflowCommandsTest : public QObject {
 
     Run tillmora(const QStringList &args)
     {
-        QProcessEnvironment pe = QProcessEnvironment::systemEnvironment();
-        pe.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        pe.insert(QStringLiteral("XDG_DATA_DIRS"), share());
-        pe.insert(QStringLiteral("TILLMORA_APP_DIRS"), env->path(QStringLiteral("no-bundles")));
-        pe.remove(QStringLiteral("DISPLAY"));
-        QProcess p;
-        p.setProcessEnvironment(pe);
-        p.start(QStringLiteral(TILLMORA_BINARY), args);
-        if (!p.waitForFinished(60000))
-            return {};
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return runCommand(QStringLiteral(TILLMORA_BINARY), args,
+                          commandEnvironment(env->path(QStringLiteral("no-bundles")), share()));
     }
 
     QByteArray storedBytes() const

@@ -221,13 +221,7 @@ private Q_SLOTS:
         QVERIFY(menu);
         QTRY_VERIFY(menu->property("opened").toBool());
         if (byAction) {
-            QQuickItem *hide = nullptr;
-            for (int i = 0; i < menu->property("count").toInt(); ++i) {
-                QQuickItem *item = nullptr;
-                QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
-                if (item && item->property("text").toString() == QStringLiteral("Hide"))
-                    hide = item;
-            }
+            QQuickItem *hide = menuItem(menu, QStringLiteral("Hide"));
             QVERIFY(hide);
             QTest::qWait(100); // the menu settles where it opens
             QTest::mouseClick(view.get(), Qt::LeftButton, {},
@@ -244,6 +238,16 @@ private Q_SLOTS:
         QTRY_COMPARE(presenter->search()->text(), QString());
     }
 
+    static QQuickItem *menuItem(QObject *menu, const QString &text)
+    {
+        for (int i = 0; i < menu->property("count").toInt(); ++i) {
+            QQuickItem *item = nullptr;
+            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
+            if (item && item->property("text").toString() == text)
+                return item;
+        }
+        return nullptr;
+    }
     // What the right-click menu offers, by the entries a user can reach.
     void menuEntries(int cell, QStringList &entries)
     {
@@ -280,13 +284,7 @@ private Q_SLOTS:
         auto *menu = view->rootObject()->findChild<QObject *>(QStringLiteral("itemMenu"));
         QTest::mouseClick(view.get(), Qt::RightButton, {}, cellCenter(1).toPoint());
         QTRY_VERIFY(menu->property("opened").toBool());
-        QQuickItem *newWindow = nullptr;
-        for (int i = 0; i < menu->property("count").toInt() && !newWindow; ++i) {
-            QQuickItem *item = nullptr;
-            QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem *, item), Q_ARG(int, i));
-            if (item && item->property("text").toString() == QStringLiteral("New Window"))
-                newWindow = item;
-        }
+        QQuickItem *newWindow = menuItem(menu, QStringLiteral("New Window"));
         QVERIFY(newWindow);
         QTest::qWait(100); // the menu settles where it opens
         QTest::mouseClick(view.get(), Qt::LeftButton, {},
