@@ -104,6 +104,9 @@ int main(int argc, char **argv)
             settings = std::make_unique<SettingsWindow>(services, [lookup = root.appIconLookup](const QString &path) {
                 return lookup->icon(path);
             });
+            // Written elsewhere: another process, or a command the launcher ran.
+            for (auto signal : {&LaunchpadWindowController::appearanceChanged, &LaunchpadWindowController::appsCustomized})
+                QObject::connect(controller, signal, settings.get(), [&settings] { settings->presenter()->reload(); });
             QObject::connect(controller, &LaunchpadWindowController::settingsChangedElsewhere, settings.get(),
                              [&settings] { settings->presenter()->reload(); });
         }

@@ -10,6 +10,8 @@
 #include "storage/AppsCustomizationRepository.h"
 
 #include <QPointer>
+#include <QSet>
+#include <algorithm>
 
 #include <QScreen>
 
@@ -175,6 +177,36 @@ void GridPresenter::resetIcon(const QString &key)
 bool GridPresenter::hasCustomIcon(const QString &key) const
 {
     return m_icons && m_icons->icon(SlotKey::appPath(key)).has_value();
+}
+
+QVariantList GridPresenter::customizedApps() const
+{
+    QSet<QString> paths;
+    for (auto it = m_names.all().cbegin(); it != m_names.all().cend(); ++it)
+        paths.insert(it.key());
+    if (m_icons)
+        for (auto it = m_icons->all().cbegin(); it != m_icons->all().cend(); ++it)
+            paths.insert(it.key());
+    QList<QVariantMap> apps;
+    for (const QString &path : paths) {
+        const QString key = SlotKey::app(path);
+        const GridCell cell = m_cells.cellFor(key);
+        if (cell.kind != GridCell::Kind::App && cell.kind != GridCell::Kind::Unavailable)
+            continue; // an app that is gone for good: nothing to show or reset here
+        apps.append({{QStringLiteral("key"), key},
+                     {QStringLiteral("title"), cell.title},
+                     {QStringLiteral("iconPath"), cell.iconPath},
+                     {QStringLiteral("renamed"), hasCustomName(key)},
+                     {QStringLiteral("customIcon"), hasCustomIcon(key)}});
+    }
+    std::sort(apps.begin(), apps.end(), [](const QVariantMap &a, const QVariantMap &b) {
+        return QString::localeAwareCompare(a.value(QStringLiteral("title")).toString(),
+                                           b.value(QStringLiteral("title")).toString()) < 0;
+    });
+    QVariantList out;
+    for (const QVariantMap &app : apps)
+        out.append(app);
+    return out;
 }
 
 bool GridPresenter::hasCustomName(const QString &key) const

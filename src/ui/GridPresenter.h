@@ -106,6 +106,9 @@ public:
     Q_INVOKABLE void resetIcon(const QString &key);
     Q_INVOKABLE bool hasCustomIcon(const QString &key) const;
     Q_INVOKABLE bool hasCustomName(const QString &key) const;
+    // The apps the user renamed or gave an icon of their own, by name:
+    // {key, title, iconPath, renamed, customIcon} maps.
+    Q_INVOKABLE QVariantList customizedApps() const;
     Q_INVOKABLE bool removeWidget(const QString &widgetId);
 
     // Called by the window around showing and hiding.

@@ -320,3 +320,8 @@ void SettingsPresenter::chooseWallpaper()
                                         self->bump();
                                     });
 }
+
+QVariantList SettingsPresenter::customizedApps() const
+{
+    return m_services.grid ? m_services.grid->customizedApps() : QVariantList();
+}

@@ -29,6 +29,9 @@ class SettingsPresenter : public QObject {
     Q_PROPERTY(QString pinchStatus READ pinchStatus NOTIFY changed)
     Q_PROPERTY(GridPresenter *grid READ grid CONSTANT)
     Q_PROPERTY(QString wallpaperError READ wallpaperError NOTIFY changed)
+    // The apps the user renamed or gave an icon of their own.
+    Q_PROPERTY(QVariantList customizedApps READ customizedApps NOTIFY changed)
+    Q_PROPERTY(QStringList extraAppFolders READ extraAppFolders NOTIFY changed)
 public:
     struct Services {
         HotKeyManager *hotKeys = nullptr;
@@ -66,7 +69,8 @@ public:
     // A key press while the shortcut field records; true when it was taken.
     Q_INVOKABLE bool recordShortcut(int key, int modifiers);
     // Extra folders of applications (besides the desktop's own).
-    Q_INVOKABLE QStringList extraAppFolders() const;
+    QStringList extraAppFolders() const;
+    QVariantList customizedApps() const;
     Q_INVOKABLE void addExtraAppFolder();
     Q_INVOKABLE void removeExtraAppFolder(const QString &folder);
     // Asks for a picture and puts it behind the grid; a refusal's reason is
@@ -74,7 +78,7 @@ public:
     Q_INVOKABLE void chooseWallpaper();
 
     // Another process or a Space switch changed settings.
-    void reload();
+    Q_INVOKABLE void reload();
 
 Q_SIGNALS:
     void changed();

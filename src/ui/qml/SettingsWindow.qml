@@ -27,8 +27,9 @@ Rectangle {
     palette.light: "#3a4050"
     palette.dark: "#5b80ff"
 
-    // A value of the presenter that reads again whenever any setting changes.
-    function v(name) { settings.revision; return settings.value(name) }
+    // A value of the presenter; callers pass the revision so that their
+    // binding reads again whenever any setting changes.
+    function v(name, revision) { return settings.value(name) }
 
     component Heading: Label {
         font.pixelSize: 20
@@ -58,8 +59,13 @@ Rectangle {
     component Toggle: Switch {
         id: toggle
         property string name
-        checked: root.v(name) === true
-        onToggled: { if (!root.settings.setValue(name, checked)) checked = Qt.binding(() => root.v(name) === true) }
+        checked: root.v(name, root.settings.revision) === true
+        // A click sets checked by hand; the stored value takes over again
+        // (refused or not), so later changes from elsewhere still show.
+        onToggled: {
+            root.settings.setValue(name, checked)
+            checked = Qt.binding(() => root.v(name, root.settings.revision) === true)
+        }
     }
     component Choice: ComboBox {
         id: choice
@@ -68,7 +74,7 @@ Rectangle {
         Layout.preferredWidth: 220
         model: root.settings.choices(name)
         displayText: labels[currentText] || currentText
-        currentIndex: { root.settings.revision; return model.indexOf(root.v(name)) }
+        currentIndex: model.indexOf(root.v(name, root.settings.revision))
         delegate: ItemDelegate {
             required property string modelData
             required property int index
@@ -83,7 +89,7 @@ Rectangle {
         property string name
         property real step: 1
         property int decimals: 0
-        readonly property var bounds: { root.settings.revision; return root.settings.range(name) }
+        readonly property var bounds: root.settings.revision >= 0 ? root.settings.range(name) : ({})
         spacing: 12
         Slider {
             id: slider
@@ -92,8 +98,11 @@ Rectangle {
             to: number.bounds.max
             stepSize: number.step
             snapMode: Slider.SnapAlways
-            value: root.v(number.name)
-            onMoved: root.settings.setValue(number.name, value)
+            value: root.v(number.name, root.settings.revision)
+            onMoved: {
+                root.settings.setValue(number.name, value)
+                value = Qt.binding(() => root.v(number.name, root.settings.revision))
+            }
         }
         Label {
             color: "white"
@@ -201,7 +210,7 @@ Rectangle {
                         }
                     }
                     SettingRow { label: qsTr("Pinch on the touchpad"); Toggle { name: "pinchEnabled" } }
-                    SettingRow { label: qsTr("Fingers"); enabled: root.v("pinchEnabled") === true; NumberSlider { name: "pinchFingers" } }
+                    SettingRow { label: qsTr("Fingers"); enabled: root.v("pinchEnabled", root.settings.revision) === true; NumberSlider { name: "pinchFingers" } }
                     Note { visible: text.length > 0; color: "#ffb454"; text: root.settings.pinchStatus }
                 }
 
@@ -331,7 +340,7 @@ Rectangle {
                     Heading { text: qsTr("More places with applications") }
                     Note { text: qsTr("Tillmora lists the applications your desktop knows. Add a folder to list the programs and desktop entries in it too.") }
                     Repeater {
-                        model: { root.settings.revision; return root.settings.extraAppFolders() }
+                        model: root.settings.extraAppFolders
                         delegate: RowLayout {
                             id: folderRow
                             required property string modelData
@@ -342,7 +351,35 @@ Rectangle {
                     }
                     SheetButton { text: qsTr("Add a folder…"); onClicked: root.settings.addExtraAppFolder() }
                     Heading { text: qsTr("Names and icons") }
-                    Note { text: qsTr("Right-click an app in Tillmora to rename it or give it an icon of your own. Rename with an empty name to give it its own name back.") }
+                    Note { text: qsTr("Right-click an app in Tillmora to rename it or give it an icon of your own. The apps you changed are listed here.") }
+                    Repeater {
+                        model: root.settings.customizedApps
+                        delegate: RowLayout {
+                            id: customRow
+                            required property var modelData
+                            Layout.fillWidth: true
+                            spacing: 12
+                            Image {
+                                Layout.preferredWidth: 32
+                                Layout.preferredHeight: 32
+                                source: "image://icon/" + encodeURIComponent(customRow.modelData.iconPath)
+                                sourceSize.width: 32
+                                sourceSize.height: 32
+                                asynchronous: true
+                            }
+                            Label { Layout.fillWidth: true; text: customRow.modelData.title; color: "white"; font.pixelSize: 15; elide: Text.ElideRight }
+                            SheetButton {
+                                visible: customRow.modelData.renamed
+                                text: qsTr("Own name")
+                                onClicked: { root.grid.renameApp(customRow.modelData.key, ""); root.settings.reload() }
+                            }
+                            SheetButton {
+                                visible: customRow.modelData.customIcon
+                                text: qsTr("Own icon")
+                                onClicked: { root.grid.resetIcon(customRow.modelData.key); root.settings.reload() }
+                            }
+                        }
+                    }
                 }
 
                 ColumnLayout { // Folders
