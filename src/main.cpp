@@ -12,6 +12,7 @@
 #include "platform/Platform.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppsCustomizationRepository.h"
+#include "storage/FolderIconStyleRepository.h"
 #include "storage/AppearanceRepository.h"
 #include "storage/WallpaperRepository.h"
 #include "ui/BackdropCache.h"
@@ -132,7 +133,8 @@ int main(int argc, char **argv)
                          presenter->themes()->attach(&controller->spaces(), controller->layout(), &root);
                          presenter->attach({controller->workflows(), root.workflowLaunchService,
                                             root.systemFoldersService, root.systemFolderAssets,
-                                            platform.fileChooser(), root.appsCustomizationRepository});
+                                            platform.fileChooser(), root.appsCustomizationRepository,
+                                            root.folderIconStyleRepo});
                          QObject::connect(presenter.get(), &GridPresenter::settingsRequested, &app, openSettings);
                          // The first backdrop is made now, before the first show.
                          presenter->backdrop()->attach({root.wallpaperRepo.get(), root.appearanceRepo.get(),

@@ -3,6 +3,9 @@
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppsCustomizationRepository.h"
+#include "storage/FolderIconStyleRepository.h"
+
+#include <QColor>
 
 #include <QFileInfo>
 
@@ -29,6 +32,12 @@ QString CellFactory::iconSourceOf(const QString &appPath) const
         + QString::number(file.lastModified().toMSecsSinceEpoch());
 }
 
+QString CellFactory::folderTint(const QString &folderId) const
+{
+    const auto style = m_folderStyles ? m_folderStyles->style(folderId) : std::nullopt;
+    return style && QColor::isValidColorName(style->tint) ? style->tint : QString();
+}
+
 QString CellFactory::titleOf(const QString &key) const
 {
     const GridEntryOrEmpty entry = m_layout.resolve(key);
@@ -46,7 +55,8 @@ QString CellFactory::titleOf(const QString &key) const
 GridCellBuilder CellFactory::builder() const
 {
     return GridCellBuilder{&m_layout.lookup(), [this](const AppItem &app) { return appTitle(app); },
-                           [this](const QString &path) { return iconSourceOf(path); }};
+                           [this](const QString &path) { return iconSourceOf(path); },
+                           [this](const QString &folderId) { return folderTint(folderId); }};
 }
 
 QList<QList<GridCell>> CellFactory::pages(const QStringList &slots, const PageGeometry &geometry,

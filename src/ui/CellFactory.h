@@ -10,6 +10,7 @@ class LaunchpadViewModel;
 // Names and cells as every view shows them (custom names applied), shared by
 // the pages, the open folder, search and the hidden-apps list.
 class AppsCustomizationRepository;
+class FolderIconStyleRepository;
 
 class CellFactory {
 public:
@@ -17,6 +18,8 @@ public:
 
     // Apps with an image of the user's own show it; without, every app shows its own icon.
     void setCustomIcons(const AppsCustomizationRepository *icons) { m_icons = icons; }
+    void setFolderStyles(const FolderIconStyleRepository *styles) { m_folderStyles = styles; }
+    QString folderTint(const QString &folderId) const;
     QString appTitle(const AppItem &app) const;
     // "file:<image>#<modified>" for an app with a custom icon (the time makes
     // a replaced image a new source), else the app's path.
@@ -31,4 +34,5 @@ private:
     LaunchpadViewModel &m_layout;
     AppNameRepositoryImpl &m_names;
     const AppsCustomizationRepository *m_icons = nullptr;
+    const FolderIconStyleRepository *m_folderStyles = nullptr;
 };

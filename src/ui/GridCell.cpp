@@ -34,6 +34,7 @@ GridCell GridCellBuilder::cellFor(const QString &key) const
         cell.kind = GridCell::Kind::Folder;
         cell.title = folder->name;
         cell.entryId = Uuids::toText(folder->id);
+        cell.tint = folderTint ? folderTint(cell.entryId) : QString();
         // The preview follows the folder's own order, skipping empty cells.
         for (const QString &member : folder->slots) {
             const QString path = SlotKey::appPath(member);

@@ -24,7 +24,7 @@ struct GridCell {
     int spanColumns = 1;     // widgets: how many cells the anchor covers
     int spanRows = 1;
     QString emoji;           // workflows
-    QString tint;            // workflows: plate colour
+    QString tint;            // workflows and folders: plate colour, "#RRGGBB" or empty
     QString image;           // workflows: the image file drawn instead of the emoji
 
     bool operator==(const GridCell &) const = default;
@@ -40,6 +40,8 @@ struct GridCellBuilder {
     std::function<QString(const QString &appPath)> iconSource;
 
     QString iconFor(const QString &appPath) const { return iconSource ? iconSource(appPath) : appPath; }
+    // A folder's plate colour chosen by the user; empty for the usual glass.
+    std::function<QString(const QString &folderId)> folderTint;
 
     GridCell cellFor(const QString &key) const;
     QList<GridCell> page(const QStringList &slots, const PageGeometry &geometry, int page) const;

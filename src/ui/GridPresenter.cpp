@@ -8,6 +8,9 @@
 #include "ui/FallbackFileChooser.h"
 #include "storage/AppNameRepository.h"
 #include "storage/AppsCustomizationRepository.h"
+#include "storage/FolderIconStyleRepository.h"
+
+#include <QColor>
 
 #include <QPointer>
 #include <QSet>
@@ -102,6 +105,8 @@ void GridPresenter::attach(const Services &services)
     m_icons = services.appIcons;
     m_chooser = services.chooser;
     m_cells.setCustomIcons(m_icons.get());
+    m_folderStyles = services.folderStyles;
+    m_cells.setFolderStyles(m_folderStyles.get());
     if (services.workflows)
         m_workflows.attach(services.workflows, services.chooser);
     if (services.systemFolders)
@@ -207,6 +212,32 @@ QVariantList GridPresenter::customizedApps() const
     for (const QVariantMap &app : apps)
         out.append(app);
     return out;
+}
+
+QVariantList GridPresenter::folderTints() const
+{
+    QVariantList out;
+    for (const FolderItem &folder : m_layout.folders()) {
+        const QString id = Uuids::toText(folder.id);
+        out.append(QVariantMap{{QStringLiteral("id"), id},
+                               {QStringLiteral("name"), folder.name},
+                               {QStringLiteral("tint"), m_cells.folderTint(id)}});
+    }
+    return out;
+}
+
+void GridPresenter::setFolderTint(const QString &folderId, const QString &tint)
+{
+    if (!m_folderStyles || !Uuids::fromText(folderId) || (!tint.isEmpty() && !QColor::isValidColorName(tint)))
+        return;
+    // The rest of the folder's look stays as it was.
+    FolderIconStyle style = m_folderStyles->style(folderId).value_or(FolderIconStyle{});
+    style.tint = tint.isEmpty() ? QString() : QColor::fromString(tint).name();
+    if (style == FolderIconStyle{})
+        m_folderStyles->removeStyle(folderId);
+    else
+        m_folderStyles->setStyle(folderId, style);
+    m_pages.contentChanged();
 }
 
 bool GridPresenter::hasCustomName(const QString &key) const

@@ -23,6 +23,7 @@
 class AppLauncher;
 class AppNameRepositoryImpl;
 class AppsCustomizationRepository;
+class FolderIconStyleRepository;
 class FileChooser;
 class LaunchpadViewModel;
 class SystemFolderPanelAssetCache;
@@ -82,6 +83,7 @@ public:
         std::shared_ptr<SystemFolderPanelAssetCache> folderAssets;
         std::shared_ptr<FileChooser> chooser;
         std::shared_ptr<AppsCustomizationRepository> appIcons;
+        std::shared_ptr<FolderIconStyleRepository> folderStyles;
     };
     void attach(const Services &services);
     // What is drawn behind the grid, and the wallpaper choice for settings.
@@ -109,6 +111,10 @@ public:
     // The apps the user renamed or gave an icon of their own, by name:
     // {key, title, iconPath, renamed, customIcon} maps.
     Q_INVOKABLE QVariantList customizedApps() const;
+    // The folders with their plate colours ({id, name, tint} maps), and
+    // choosing one ("" gives the usual glass back).
+    Q_INVOKABLE QVariantList folderTints() const;
+    Q_INVOKABLE void setFolderTint(const QString &folderId, const QString &tint);
     Q_INVOKABLE bool removeWidget(const QString &widgetId);
 
     // Called by the window around showing and hiding.
@@ -142,4 +148,5 @@ private:
     QTimer m_noticeTimer;
     std::shared_ptr<AppsCustomizationRepository> m_icons;
     std::shared_ptr<FileChooser> m_chooser;
+    std::shared_ptr<FolderIconStyleRepository> m_folderStyles;
 };

@@ -325,3 +325,15 @@ QVariantList SettingsPresenter::customizedApps() const
 {
     return m_services.grid ? m_services.grid->customizedApps() : QVariantList();
 }
+
+QVariantList SettingsPresenter::folderTints() const
+{
+    return m_services.grid ? m_services.grid->folderTints() : QVariantList();
+}
+
+void SettingsPresenter::setFolderTint(const QString &folderId, const QString &tint)
+{
+    if (m_services.grid)
+        m_services.grid->setFolderTint(folderId, tint);
+    bump();
+}

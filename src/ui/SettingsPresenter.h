@@ -32,6 +32,7 @@ class SettingsPresenter : public QObject {
     // The apps the user renamed or gave an icon of their own.
     Q_PROPERTY(QVariantList customizedApps READ customizedApps NOTIFY changed)
     Q_PROPERTY(QStringList extraAppFolders READ extraAppFolders NOTIFY changed)
+    Q_PROPERTY(QVariantList folderTints READ folderTints NOTIFY changed)
 public:
     struct Services {
         HotKeyManager *hotKeys = nullptr;
@@ -71,6 +72,8 @@ public:
     // Extra folders of applications (besides the desktop's own).
     QStringList extraAppFolders() const;
     QVariantList customizedApps() const;
+    QVariantList folderTints() const;
+    Q_INVOKABLE void setFolderTint(const QString &folderId, const QString &tint);
     Q_INVOKABLE void addExtraAppFolder();
     Q_INVOKABLE void removeExtraAppFolder(const QString &folder);
     // Asks for a picture and puts it behind the grid; a refusal's reason is

@@ -5,7 +5,9 @@
 #include "fakes/FakeLayoutServices.h"
 #include "layout/LaunchpadViewModel.h"
 #include "storage/AppNameRepository.h"
+#include "foundation/Uuids.h"
 #include "storage/AppearanceRepository.h"
+#include "storage/FolderIconStyleRepository.h"
 #include "storage/UserDefaultsStore.h"
 #include "ui/GridPresenter.h"
 #include "ui/SettingsPresenter.h"
@@ -54,6 +56,39 @@ private Q_SLOTS:
         QCOMPARE(settings.value(QStringLiteral("theme")).toString(), QStringLiteral("dark"));
         QCOMPARE(layout.folderAppsGridRawValue(), QStringLiteral("3x5"));
         QVERIFY(changed.size() >= 4);
+    }
+
+    void aFolderKeepsTheColourChosenForIt()
+    {
+        TempEnvironment env;
+        FakeLayoutServices fakes;
+        fakes.apps->setApps({{QUuid::createUuid(), QStringLiteral("/apps/A.app"), QStringLiteral("A")},
+                             {QUuid::createUuid(), QStringLiteral("/apps/B.app"), QStringLiteral("B")}});
+        const auto store = UserDefaultsStore::standard(env.configDir());
+        AppNameRepositoryImpl names(store);
+        AppearanceRepositoryImpl appearance(store);
+        auto styles = std::make_shared<FolderIconStyleRepositoryImpl>(store);
+        LaunchpadViewModel layout(fakes.services());
+        layout.loadInitial();
+        QTRY_VERIFY(!layout.isLoading());
+        GridPresenter grid(layout, names, appearance, std::make_shared<FakeAppLauncher>());
+        grid.attach({nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, styles});
+        const auto folder = layout.createFolder(QStringLiteral("Tools"), {QStringLiteral("/apps/A.app"), QStringLiteral("/apps/B.app")});
+        QVERIFY(folder);
+        const QString id = Uuids::toText(folder->id);
+        // Another part of the look, set before, must survive a colour change.
+        styles->setStyle(id, FolderIconStyle{QString(), QStringLiteral("/img.png"), QStringLiteral("image")});
+
+        SettingsPresenter settings({nullptr, nullptr, nullptr, &appearance, &layout, &grid});
+        settings.setFolderTint(id, QStringLiteral("not a colour"));
+        QCOMPARE(styles->style(id)->tint, QString());
+        settings.setFolderTint(id, QStringLiteral("#4FAE5A"));
+        QCOMPARE(styles->style(id)->tint, QStringLiteral("#4fae5a"));
+        QCOMPARE(styles->style(id)->overlayImagePath, QStringLiteral("/img.png"));
+        QCOMPARE(grid.cells().cellFor(folder->key()).tint, QStringLiteral("#4fae5a"));
+        QCOMPARE(settings.folderTints().value(0).toMap().value(QStringLiteral("tint")).toString(), QStringLiteral("#4fae5a"));
+        settings.setFolderTint(id, QString());
+        QCOMPARE(styles->style(id)->tint, QString());
     }
 };
 

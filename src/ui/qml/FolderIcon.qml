@@ -12,6 +12,8 @@ Item {
     property color labelColor: "white"
     property bool selected: false
     property bool highlighted: false
+    property string tint // the user's plate colour; empty for the usual glass
+    readonly property color tintColor: tint.length > 0 ? tint : "transparent"
 
     Accessible.role: Accessible.Button
     Accessible.name: qsTr("Folder %1").arg(title)
@@ -24,7 +26,8 @@ Item {
         anchors.top: parent.top
         anchors.topMargin: Math.max(0, (parent.height - root.iconSize - (label.visible ? label.height + 8 : 0)) / 2)
         radius: root.iconSize * 0.22
-        color: root.highlighted ? Qt.rgba(1, 1, 1, 0.45) : Qt.rgba(1, 1, 1, 0.22)
+        color: root.tint.length > 0 ? Qt.rgba(root.tintColor.r, root.tintColor.g, root.tintColor.b, root.highlighted ? 0.85 : 0.6)
+                                    : root.highlighted ? Qt.rgba(1, 1, 1, 0.45) : Qt.rgba(1, 1, 1, 0.22)
         border.color: root.selected ? "white" : Qt.rgba(1, 1, 1, 0.35)
         border.width: root.selected ? 3 : 1
         scale: root.highlighted ? 1.12 : 1

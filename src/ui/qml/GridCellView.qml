@@ -60,6 +60,7 @@ Item {
         iconSize: cell.iconSize
         showLabel: cell.showLabels
         labelColor: cell.labelColor
+        tint: cell.tint
         selected: cell.selected
         highlighted: cell.mergeTarget === cell.key
     }

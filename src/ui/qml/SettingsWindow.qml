@@ -386,6 +386,37 @@ Rectangle {
                     spacing: 14
                     Heading { text: qsTr("Folders") }
                     SettingRow { label: qsTr("Open folder grid (rows × columns)"); Choice { name: "folderAppsGrid" } }
+                    Heading { text: qsTr("Folder colours") }
+                    Note {
+                        text: root.settings.folderTints.length === 0
+                              ? qsTr("No folders yet. Hold an app over another on the grid to make one.")
+                              : qsTr("The plate of each folder on the grid: the usual glass or a colour.")
+                    }
+                    Repeater {
+                        model: root.settings.folderTints
+                        delegate: RowLayout {
+                            id: folderTintRow
+                            required property var modelData
+                            spacing: 10
+                            Label { Layout.preferredWidth: 200; text: folderTintRow.modelData.name; color: "white"; font.pixelSize: 15; elide: Text.ElideRight }
+                            Repeater {
+                                model: ["", "#d94f4f", "#e8912d", "#d9c23f", "#4fae5a", "#3f9fd9", "#6a5fd9", "#b04fb0", "#7a7f8c"]
+                                delegate: Rectangle {
+                                    required property string modelData
+                                    width: 26; height: 26; radius: 13
+                                    color: modelData.length > 0 ? modelData : Qt.rgba(1, 1, 1, 0.22)
+                                    border.width: folderTintRow.modelData.tint === modelData ? 3 : 1
+                                    border.color: border.width > 1 ? "white" : Qt.rgba(1, 1, 1, 0.3)
+                                    Accessible.role: Accessible.Button
+                                    Accessible.name: modelData.length > 0 ? modelData : qsTr("The usual glass")
+                                    MouseArea {
+                                        anchors.fill: parent
+                                        onClicked: root.settings.setFolderTint(folderTintRow.modelData.id, parent.modelData)
+                                    }
+                                }
+                            }
+                        }
+                    }
                 }
             }
         }
