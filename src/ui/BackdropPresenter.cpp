@@ -17,7 +17,10 @@ const QStringList BackdropPresenter::kSettingsKeys = {
     QLatin1String(SettingsKeys::kCustomBackgroundImagePath), QLatin1String(SettingsKeys::kBackgroundStyle),
     QLatin1String(SettingsKeys::kBackgroundColor),           QLatin1String(SettingsKeys::kBlurEnabled),
     QLatin1String(SettingsKeys::kGlassIntensity),            QLatin1String(SettingsKeys::kTheme),
-    QLatin1String(SettingsKeys::kTitleColorOverride)};
+    QLatin1String(SettingsKeys::kTitleColorOverride),       QLatin1String(SettingsKeys::kLiquidGlassEnabled),
+    QLatin1String(SettingsKeys::kLiquidGlassMaterialStyle), QLatin1String(SettingsKeys::kLiquidGlassTintStandard),
+    QLatin1String(SettingsKeys::kLiquidGlassTintHue),       QLatin1String(SettingsKeys::kLiquidGlassTintIntensity),
+    QLatin1String(SettingsKeys::kFilledBackgroundEnabled),  QLatin1String(SettingsKeys::kCellBackgroundEnabled)};
 
 BackdropPresenter::BackdropPresenter(QObject *parent)
     : QObject(parent), m_cache(std::make_shared<BackdropCache>(QString())), m_frame(std::make_shared<BackdropFrame>())
@@ -56,6 +59,31 @@ void BackdropPresenter::setScreenSize(const QSize &deviceSize)
     refresh();
 }
 
+BackdropPresenter::GlassLook BackdropPresenter::glassLook(bool dark, double glass) const
+{
+    GlassLook look;
+    const AppearanceRepository *appearance = m_services.appearance;
+    const double strength = 0.25 + 0.35 * glass;
+    const QColor darkGlass = QColor::fromRgbF(0.06f, 0.08f, 0.14f);
+    const QColor lightGlass = QColor::fromRgbF(0.93f, 0.95f, 0.98f);
+    QColor tint = dark ? darkGlass : lightGlass;
+    double alpha = dark ? strength : strength * 0.6;
+    if (appearance && !appearance->liquidGlassEnabled()) {
+        alpha = 0; // the picture as it is, no glass over it
+    } else if (appearance && appearance->liquidGlassMaterialStyle() == QLatin1String("clear")) {
+        alpha *= 0.45; // clear glass: the picture shows through more
+    } else if (appearance && !appearance->liquidGlassTintStandard()) {
+        // A tint of the user's hue instead of the look's grey-blue.
+        tint = QColor::fromHslF(float(std::clamp(appearance->liquidGlassTintHue(), 0.0, 1.0)), 0.6f, dark ? 0.22f : 0.82f);
+        alpha = std::clamp(appearance->liquidGlassTintIntensity(), 0.0, 0.8);
+    }
+    tint.setAlphaF(float(alpha));
+    look.tint = tint;
+    look.filled = appearance && appearance->filledBackgroundEnabled();
+    look.cellPlates = appearance && appearance->cellBackgroundEnabled();
+    return look;
+}
+
 void BackdropPresenter::refresh()
 {
     if (!m_services.wallpapers)
@@ -82,9 +110,11 @@ void BackdropPresenter::refresh()
     // Names under icons: light on dark glass, dark on light glass, unless set.
     const bool lightTitles = title == QLatin1String("light") || (title != QLatin1String("dark") && dark);
     const QColor titleColor = lightTitles ? QColor(Qt::white) : QColor(0x1d, 0x1d, 0x1f);
+    const GlassLook look = glassLook(dark, glass);
     const bool lookChanged = resolved.color != m_resolved.color || dark != m_dark || glass != m_glassIntensity
-        || titleColor != m_titleColor;
+        || titleColor != m_titleColor || look != m_look;
     m_titleColor = titleColor;
+    m_look = look;
     const bool noticeChanged = resolved.notice != m_resolved.notice;
     m_resolved = resolved;
     m_dark = dark;

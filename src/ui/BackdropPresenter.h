@@ -32,6 +32,12 @@ class BackdropPresenter : public QObject {
     Q_PROPERTY(double glassIntensity READ glassIntensity NOTIFY changed)
     // The colour of the names under the icons ("titleColorOverride").
     Q_PROPERTY(QColor titleColor READ titleColor NOTIFY changed)
+    // The glass over the picture (its alpha is its strength; none when the
+    // glass is off); "filledBackgroundEnabled": the plain colour only;
+    // "cellBackgroundEnabled": a plate behind each app's icon.
+    Q_PROPERTY(QColor glassTint READ glassTint NOTIFY changed)
+    Q_PROPERTY(bool filled READ filled NOTIFY changed)
+    Q_PROPERTY(bool cellPlates READ cellPlates NOTIFY changed)
 public:
     // The settings that change what is drawn.
     static const QStringList kSettingsKeys;
@@ -56,6 +62,9 @@ public:
     bool dark() const { return m_dark; }
     double glassIntensity() const { return m_glassIntensity; }
     QColor titleColor() const { return m_titleColor; }
+    QColor glassTint() const { return m_look.tint; }
+    bool filled() const { return m_look.filled; }
+    bool cellPlates() const { return m_look.cellPlates; }
     QString notice() const { return m_resolved.notice; }
     bool desktopWallpaperAvailable() const;
     const WallpaperResolver::Result &resolved() const { return m_resolved; }
@@ -73,11 +82,19 @@ Q_SIGNALS:
     void prepared();
 
 private:
+    struct GlassLook {
+        QColor tint;
+        bool filled = false;
+        bool cellPlates = false;
+        bool operator==(const GlassLook &) const = default;
+    };
+    GlassLook glassLook(bool dark, double glass) const;
     void show(const QString &key, const QImage &image, quint64 generation);
 
     Services m_services;
     WallpaperResolver m_resolver;
     QColor m_titleColor = Qt::white;
+    GlassLook m_look;
     WallpaperResolver::Result m_resolved;
     std::shared_ptr<BackdropCache> m_cache;
     std::shared_ptr<BackdropFrame> m_frame;

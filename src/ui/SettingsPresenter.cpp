@@ -254,7 +254,11 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
         s.grid->pages()->reloadAppearance();
     // The glass over the wallpaper follows the look settings.
     static const QStringList kBackdropLook{QStringLiteral("glassIntensity"), QStringLiteral("theme"),
-                                           QStringLiteral("blurEnabled"), QStringLiteral("titleColorOverride")};
+                                           QStringLiteral("blurEnabled"), QStringLiteral("titleColorOverride"),
+                                           QStringLiteral("liquidGlassEnabled"), QStringLiteral("liquidGlassMaterialStyle"),
+                                           QStringLiteral("liquidGlassTintStandard"), QStringLiteral("liquidGlassTintHue"),
+                                           QStringLiteral("liquidGlassTintIntensity"), QStringLiteral("filledBackgroundEnabled"),
+                                           QStringLiteral("cellBackgroundEnabled")};
     if (done && s.grid && kBackdropLook.contains(name))
         s.grid->backdrop()->refresh();
     bump();

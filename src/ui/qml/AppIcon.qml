@@ -8,12 +8,22 @@ Item {
     property real iconSize: 96
     property bool showLabel: true
     property color labelColor: "white"
+    property bool plate: false // a soft plate behind the icon
     property bool selected: false
     property bool dimmed: false
 
     Accessible.role: Accessible.Button
     Accessible.name: title
 
+    Rectangle {
+        anchors.centerIn: icon
+        width: root.iconSize + 12
+        height: width
+        radius: width * 0.24
+        color: Qt.rgba(1, 1, 1, 0.14)
+        border.color: Qt.rgba(1, 1, 1, 0.2)
+        visible: root.plate && !root.selected
+    }
     Rectangle {
         anchors.centerIn: icon
         width: root.iconSize + 16

@@ -14,7 +14,7 @@ Item {
     }
     Image {
         anchors.fill: parent
-        visible: backdrop.model.hasImage
+        visible: backdrop.model.hasImage && !backdrop.model.filled
         source: backdrop.model.hasImage ? "image://backdrop/" + backdrop.model.revision : ""
         asynchronous: false // already decoded: this only uploads it
         cache: false
@@ -23,8 +23,6 @@ Item {
     }
     Rectangle {
         anchors.fill: parent
-        readonly property real strength: 0.25 + 0.35 * backdrop.model.glassIntensity
-        color: backdrop.model.dark ? Qt.rgba(0.06, 0.08, 0.14, strength)
-                                   : Qt.rgba(0.93, 0.95, 0.98, strength * 0.6)
+        color: backdrop.model.glassTint
     }
 }

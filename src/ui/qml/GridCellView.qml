@@ -26,6 +26,7 @@ Item {
     property real iconSize: 96
     property bool showLabels: true
     property color labelColor: "white"
+    property bool cellPlates: false
     property string draggedKey
     property string mergeTarget
     property bool selected: false
@@ -50,6 +51,7 @@ Item {
         iconSize: cell.iconSize
         showLabel: cell.showLabels
         labelColor: cell.labelColor
+        plate: cell.cellPlates
         selected: cell.selected || cell.mergeTarget === cell.key
     }
     FolderIcon {

@@ -12,6 +12,7 @@ Item {
     required property DragController drag
     property int selectedIndex: -1
     property color labelColor: "white"
+    property bool cellPlates: false
 
     readonly property real cellWidth: width / pages.columns
     readonly property real cellHeight: height / pages.rows
@@ -28,6 +29,7 @@ Item {
             mergeTarget: page.drag.mergeTarget
             selected: page.selectedIndex === index
             labelColor: page.labelColor
+            cellPlates: page.cellPlates
             animated: page.drag.active
         }
     }

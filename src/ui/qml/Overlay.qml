@@ -124,6 +124,7 @@ FocusScope {
         gridMargin: overlay.gridMargin
         selectedIndex: overlay.selectedIndex
         labelColor: overlay.presenter.backdrop.titleColor
+        cellPlates: overlay.presenter.backdrop.cellPlates
     }
     Notice {
         text: overlay.presenter.notice

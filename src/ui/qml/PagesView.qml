@@ -13,6 +13,7 @@ Item {
     property real gridMargin: 40
     property int selectedIndex: -1
     property color labelColor: "white"
+    property bool cellPlates: false
 
     ListView {
         id: list
@@ -52,6 +53,7 @@ Item {
                 drag: view.drag
                 selectedIndex: pageDelegate.pageIndex === view.pages.currentPage ? view.selectedIndex : -1
                 labelColor: view.labelColor
+                cellPlates: view.cellPlates
             }
         }
     }
