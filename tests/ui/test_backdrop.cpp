@@ -109,6 +109,23 @@ private Q_SLOTS:
         store->set(QStringLiteral("chartreuse"), QLatin1String(SettingsKeys::kTitleColorOverride));
         backdrop.refresh();
         QCOMPARE(backdrop.titleColor(), QColor(Qt::white));
+        // The glass settings: off shows the picture bare; the user's own hue and strength.
+        const double standardAlpha = backdrop.glassTint().alphaF();
+        QVERIFY(standardAlpha > 0);
+        appearance.setLiquidGlassEnabled(false);
+        backdrop.refresh();
+        QCOMPARE(backdrop.glassTint().alpha(), 0);
+        appearance.setLiquidGlassEnabled(true);
+        appearance.setLiquidGlassTintStandard(false);
+        appearance.setLiquidGlassTintHue(0.0);
+        appearance.setLiquidGlassTintIntensity(0.3);
+        backdrop.refresh();
+        QCOMPARE(backdrop.glassTint().hslHue(), 0);
+        QVERIFY(qAbs(backdrop.glassTint().alphaF() - 0.3) < 0.01);
+        QVERIFY(!backdrop.cellPlates() && !backdrop.filled());
+        appearance.setCellBackgroundEnabled(true);
+        backdrop.refresh();
+        QVERIFY(backdrop.cellPlates());
 
         // Another process (the command line) picks a plain colour and a light look.
         wallpapers.useDesktop(); // the settings file exists, as it does once the user chose anything
