@@ -137,6 +137,12 @@ QList<Setting> settingsFor(AppearanceRepository &look, const DisplayProfile &dis
              [r](bool v) { r->setCellBackgroundEnabled(v); }),
         flag("filledBackgroundEnabled", [r] { return r->filledBackgroundEnabled(); },
              [r](bool v) { r->setFilledBackgroundEnabled(v); }),
+        flag("sunBackgroundEnabled", [r] { return r->sunBackgroundEnabled(); },
+             [r](bool v) { r->setSunBackgroundEnabled(v); }),
+        flag("sunBackgroundAutoEnabled", [r] { return r->sunBackgroundAutoEnabled(); },
+             [r](bool v) { r->setSunBackgroundAutoEnabled(v); }),
+        number("sunBackgroundManualTime", 0, 24, [r] { return r->sunBackgroundManualTime(); },
+               [r](double v) { r->setSunBackgroundManualTime(v); }),
         // Kept by the layout model, which re-cuts an open folder at once.
         choice("folderAppsGrid", folderGridChoices(), [&layout] { return layout.folderAppsGridRawValue(); },
                [&layout](const QString &v) { layout.setFolderAppsGridRawValue(v); }),

@@ -4,6 +4,7 @@
 #include "storage/SettingsKeys.h"
 #include "storage/UserDefaultsStoreType.h"
 
+#include <QDateTime>
 #include <algorithm>
 #include <cmath>
 
@@ -229,4 +230,39 @@ bool AppearanceRepositoryImpl::cellBackgroundEnabled() const
 void AppearanceRepositoryImpl::setCellBackgroundEnabled(bool enabled)
 {
     write(QLatin1String(SettingsKeys::kCellBackgroundEnabled), enabled);
+}
+
+bool AppearanceRepositoryImpl::sunBackgroundEnabled() const { return flag(SettingsKeys::kSunBackgroundEnabled, false); }
+
+void AppearanceRepositoryImpl::setSunBackgroundEnabled(bool enabled)
+{
+    write(QLatin1String(SettingsKeys::kSunBackgroundEnabled), enabled);
+}
+
+bool AppearanceRepositoryImpl::sunBackgroundAutoEnabled() const
+{
+    return flag(SettingsKeys::kSunBackgroundAutoEnabled, true);
+}
+
+void AppearanceRepositoryImpl::setSunBackgroundAutoEnabled(bool enabled)
+{
+    write(QLatin1String(SettingsKeys::kSunBackgroundAutoEnabled), enabled);
+}
+
+double AppearanceRepositoryImpl::sunBackgroundManualTime() const
+{
+    // Hours as a number; a profile copied from elsewhere may hold a date, whose time of day counts.
+    const QVariant value = m_defaults->object(QLatin1String(SettingsKeys::kSunBackgroundManualTime));
+    if (value.typeId() == QMetaType::QDateTime) {
+        const QTime time = value.toDateTime().toLocalTime().time();
+        return time.hour() + time.minute() / 60.0;
+    }
+    bool ok = false;
+    const double hours = value.toDouble(&ok);
+    return ok && hours >= 0 && hours <= 24 ? hours : 12.0;
+}
+
+void AppearanceRepositoryImpl::setSunBackgroundManualTime(double hours)
+{
+    write(QLatin1String(SettingsKeys::kSunBackgroundManualTime), std::clamp(hours, 0.0, 24.0));
 }

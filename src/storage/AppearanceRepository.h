@@ -52,6 +52,13 @@ public:
     virtual bool filledBackgroundEnabled() const = 0;
     virtual void setFilledBackgroundEnabled(bool enabled) = 0;
     virtual bool cellBackgroundEnabled() const = 0;
+    // The time-of-day tint: on or off, following the clock or a chosen hour.
+    virtual bool sunBackgroundEnabled() const = 0;
+    virtual void setSunBackgroundEnabled(bool enabled) = 0;
+    virtual bool sunBackgroundAutoEnabled() const = 0;
+    virtual void setSunBackgroundAutoEnabled(bool enabled) = 0;
+    virtual double sunBackgroundManualTime() const = 0; // hours, 0 ... 24
+    virtual void setSunBackgroundManualTime(double hours) = 0;
     virtual void setCellBackgroundEnabled(bool enabled) = 0;
 };
 
@@ -108,6 +115,12 @@ public:
     bool filledBackgroundEnabled() const override;
     void setFilledBackgroundEnabled(bool enabled) override;
     bool cellBackgroundEnabled() const override;
+    bool sunBackgroundEnabled() const override;
+    void setSunBackgroundEnabled(bool enabled) override;
+    bool sunBackgroundAutoEnabled() const override;
+    void setSunBackgroundAutoEnabled(bool enabled) override;
+    double sunBackgroundManualTime() const override;
+    void setSunBackgroundManualTime(double hours) override;
     void setCellBackgroundEnabled(bool enabled) override;
 
     static QString displayKey(const QString &base, const DisplayProfile &display);

@@ -11,7 +11,9 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QTime>
 #include <QTimer>
+#include <cmath>
 
 const QStringList BackdropPresenter::kSettingsKeys = {
     QLatin1String(SettingsKeys::kCustomBackgroundImagePath), QLatin1String(SettingsKeys::kBackgroundStyle),
@@ -20,13 +22,17 @@ const QStringList BackdropPresenter::kSettingsKeys = {
     QLatin1String(SettingsKeys::kTitleColorOverride),       QLatin1String(SettingsKeys::kLiquidGlassEnabled),
     QLatin1String(SettingsKeys::kLiquidGlassMaterialStyle), QLatin1String(SettingsKeys::kLiquidGlassTintStandard),
     QLatin1String(SettingsKeys::kLiquidGlassTintHue),       QLatin1String(SettingsKeys::kLiquidGlassTintIntensity),
-    QLatin1String(SettingsKeys::kFilledBackgroundEnabled),  QLatin1String(SettingsKeys::kCellBackgroundEnabled)};
+    QLatin1String(SettingsKeys::kFilledBackgroundEnabled),  QLatin1String(SettingsKeys::kCellBackgroundEnabled),
+    QLatin1String(SettingsKeys::kSunBackgroundEnabled),     QLatin1String(SettingsKeys::kSunBackgroundAutoEnabled),
+    QLatin1String(SettingsKeys::kSunBackgroundManualTime)};
 
 BackdropPresenter::BackdropPresenter(QObject *parent)
     : QObject(parent), m_cache(std::make_shared<BackdropCache>(QString())), m_frame(std::make_shared<BackdropFrame>())
 {
     m_resolved.color = QColor::fromString(QLatin1String(WallpaperRepositoryImpl::kDefaultColor));
     m_pool.setMaxThreadCount(1);
+    m_sunTimer.setInterval(5 * 60 * 1000);
+    connect(&m_sunTimer, &QTimer::timeout, this, &BackdropPresenter::refresh);
 }
 
 BackdropPresenter::~BackdropPresenter()
@@ -77,6 +83,27 @@ BackdropPresenter::GlassLook BackdropPresenter::glassLook(bool dark, double glas
         tint = QColor::fromHslF(float(std::clamp(appearance->liquidGlassTintHue(), 0.0, 1.0)), 0.6f, dark ? 0.22f : 0.82f);
         alpha = std::clamp(appearance->liquidGlassTintIntensity(), 0.0, 0.8);
     }
+    if (appearance && appearance->sunBackgroundEnabled() && alpha > 0) {
+        // The glass takes the colour of the sky at that hour: deep blue at
+        // night, warm at dawn and dusk, as it is at midday.
+        const QTime now = QTime::currentTime();
+        const double hour = appearance->sunBackgroundAutoEnabled() ? now.hour() + now.minute() / 60.0
+                                                                  : appearance->sunBackgroundManualTime();
+        const auto sky = [&tint](double h) -> std::pair<QColor, double> {
+            if (h < 5 || h >= 21)
+                return {QColor(0x14, 0x1e, 0x4a), 0.55};
+            if (h < 8)
+                return {QColor(0xf0, 0x8a, 0x5d), 0.4 * (1 - std::abs(h - 6.5) / 1.5) + 0.15};
+            if (h < 17)
+                return {tint, 0.0};
+            return {QColor(0xd9, 0x6a, 0x4a), 0.4 * (1 - std::abs(h - 19) / 2) + 0.15};
+        };
+        const auto [color, weight] = sky(hour);
+        tint = QColor::fromRgbF(float(tint.redF() * (1 - weight) + color.redF() * weight),
+                                float(tint.greenF() * (1 - weight) + color.greenF() * weight),
+                                float(tint.blueF() * (1 - weight) + color.blueF() * weight));
+        look.sunHour = int(hour);
+    }
     tint.setAlphaF(float(alpha));
     look.tint = tint;
     look.filled = appearance && appearance->filledBackgroundEnabled();
@@ -88,6 +115,13 @@ void BackdropPresenter::refresh()
 {
     if (!m_services.wallpapers)
         return;
+    // Following the clock, the tint is looked at again every few minutes.
+    const bool followClock = m_services.appearance && m_services.appearance->sunBackgroundEnabled()
+        && m_services.appearance->sunBackgroundAutoEnabled();
+    if (followClock && !m_sunTimer.isActive())
+        m_sunTimer.start();
+    else if (!followClock)
+        m_sunTimer.stop();
     const DesktopWallpaperSource::State desktop =
         m_services.desktop ? m_services.desktop->current() : DesktopWallpaperSource::State();
     const WallpaperResolver::Result resolved = m_resolver.resolve(m_services.wallpapers->choice(), desktop.wallpaperPath);

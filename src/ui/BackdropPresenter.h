@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSize>
 #include <QThreadPool>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <memory>
 
@@ -86,6 +87,7 @@ private:
         QColor tint;
         bool filled = false;
         bool cellPlates = false;
+        int sunHour = -1; // the hour the tint was made for; -1 without one
         bool operator==(const GlassLook &) const = default;
     };
     GlassLook glassLook(bool dark, double glass) const;
@@ -95,6 +97,7 @@ private:
     WallpaperResolver m_resolver;
     QColor m_titleColor = Qt::white;
     GlassLook m_look;
+    QTimer m_sunTimer;
     WallpaperResolver::Result m_resolved;
     std::shared_ptr<BackdropCache> m_cache;
     std::shared_ptr<BackdropFrame> m_frame;

@@ -124,6 +124,12 @@ QVariant SettingsPresenter::value(const QString &name) const
             return s.appearance->liquidGlassTintHue();
         if (name == u"blurEnabled")
             return s.appearance->blurEnabled();
+        if (name == u"sunBackgroundEnabled")
+            return s.appearance->sunBackgroundEnabled();
+        if (name == u"sunBackgroundAutoEnabled")
+            return s.appearance->sunBackgroundAutoEnabled();
+        if (name == u"sunBackgroundManualTime")
+            return s.appearance->sunBackgroundManualTime();
         if (name == u"cellBackgroundEnabled")
             return s.appearance->cellBackgroundEnabled();
         if (name == u"filledBackgroundEnabled")
@@ -164,6 +170,8 @@ QVariantMap SettingsPresenter::range(const QString &name) const
         return numbers(0, 1);
     if (name == u"liquidGlassTintIntensity")
         return numbers(0, 0.8);
+    if (name == u"sunBackgroundManualTime")
+        return numbers(0, 24);
     if (name == u"pinchFingers")
         return numbers(kMinFingers, kMaxFingers);
     if (name == u"theme")
@@ -223,6 +231,12 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
         s.appearance->setLiquidGlassTintIntensity(value.toDouble());
     } else if (s.appearance && name == u"liquidGlassTintHue") {
         s.appearance->setLiquidGlassTintHue(value.toDouble());
+    } else if (s.appearance && name == u"sunBackgroundEnabled") {
+        s.appearance->setSunBackgroundEnabled(value.toBool());
+    } else if (s.appearance && name == u"sunBackgroundAutoEnabled") {
+        s.appearance->setSunBackgroundAutoEnabled(value.toBool());
+    } else if (s.appearance && name == u"sunBackgroundManualTime") {
+        s.appearance->setSunBackgroundManualTime(value.toDouble());
     } else if (s.appearance && name == u"blurEnabled") {
         s.appearance->setBlurEnabled(value.toBool());
     } else if (s.appearance && name == u"cellBackgroundEnabled") {
@@ -258,7 +272,9 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
                                            QStringLiteral("liquidGlassEnabled"), QStringLiteral("liquidGlassMaterialStyle"),
                                            QStringLiteral("liquidGlassTintStandard"), QStringLiteral("liquidGlassTintHue"),
                                            QStringLiteral("liquidGlassTintIntensity"), QStringLiteral("filledBackgroundEnabled"),
-                                           QStringLiteral("cellBackgroundEnabled")};
+                                           QStringLiteral("cellBackgroundEnabled"), QStringLiteral("sunBackgroundEnabled"),
+                                           QStringLiteral("sunBackgroundAutoEnabled"),
+                                           QStringLiteral("sunBackgroundManualTime")};
     if (done && s.grid && kBackdropLook.contains(name))
         s.grid->backdrop()->refresh();
     bump();

@@ -126,6 +126,18 @@ private Q_SLOTS:
         appearance.setCellBackgroundEnabled(true);
         backdrop.refresh();
         QVERIFY(backdrop.cellPlates());
+        // The time-of-day tint: night is bluer than the glass; midday is the glass as it is.
+        appearance.setLiquidGlassTintStandard(true);
+        backdrop.refresh();
+        const QColor plain = backdrop.glassTint();
+        appearance.setSunBackgroundEnabled(true);
+        appearance.setSunBackgroundAutoEnabled(false);
+        appearance.setSunBackgroundManualTime(23);
+        backdrop.refresh();
+        QVERIFY(backdrop.glassTint() != plain && backdrop.glassTint().blueF() > backdrop.glassTint().redF());
+        appearance.setSunBackgroundManualTime(12);
+        backdrop.refresh();
+        QCOMPARE(backdrop.glassTint(), plain);
 
         // Another process (the command line) picks a plain colour and a light look.
         wallpapers.useDesktop(); // the settings file exists, as it does once the user chose anything

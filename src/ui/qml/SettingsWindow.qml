@@ -305,6 +305,18 @@ Rectangle {
                         SheetButton { text: qsTr("Choose another…"); onClicked: root.settings.chooseWallpaper() }
                     }
                     Note { visible: text.length > 0; color: "#ffb454"; text: backgroundSection.background ? backgroundSection.background.notice : "" }
+                    SettingRow { label: qsTr("Tint by the time of day"); Toggle { name: "sunBackgroundEnabled" } }
+                    SettingRow {
+                        label: qsTr("Follow the clock")
+                        enabled: root.v("sunBackgroundEnabled", root.settings.revision) === true
+                        Toggle { name: "sunBackgroundAutoEnabled" }
+                    }
+                    SettingRow {
+                        label: qsTr("Hour to show")
+                        enabled: root.v("sunBackgroundEnabled", root.settings.revision) === true
+                                 && root.v("sunBackgroundAutoEnabled", root.settings.revision) !== true
+                        NumberSlider { name: "sunBackgroundManualTime"; step: 0.5; decimals: 1 }
+                    }
                     Note { visible: text.length > 0; color: "#ffb454"; text: root.settings.wallpaperError }
                 }
 
