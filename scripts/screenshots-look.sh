@@ -14,7 +14,8 @@ work="$(mktemp -d)"
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$work"' EXIT
 
 "$root/scripts/demo-apps.sh" "$work/share" 60 >/dev/null
-convert -size 1920x1080 plasma:fractal -blur 0x3 "$work/wall.jpg"
+# A fixed seed: the same wallpaper on every run, so the pictures change only when the look does.
+convert -seed 7 -size 1920x1080 plasma:fractal -blur 0x3 "$work/wall.jpg"
 
 start() { # WIDTH HEIGHT SCALE: a screen, a profile and the launcher on it
   [ -n "${display:-}" ] && stop
