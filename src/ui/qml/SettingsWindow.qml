@@ -47,6 +47,7 @@ Rectangle {
     component SettingRow: RowLayout {
         property alias label: rowLabel.text
         Layout.fillWidth: true
+        opacity: enabled ? 1 : 0.4 // a setting that does not apply now is dimmed
         spacing: 16
         Label {
             id: rowLabel
