@@ -97,14 +97,24 @@ SpacesThemeCatalogService::SpacesThemeCatalogService(std::shared_ptr<UserDefault
     , m_store(std::move(standardStore))
     , m_explicitURL(catalogURL)
     , m_timeouts(timeouts)
-    , m_network(new QNetworkAccessManager(this))
-    , m_ssl(QSslConfiguration::defaultConfiguration())
 {
     m_totalTimer.setSingleShot(true);
     connect(&m_totalTimer, &QTimer::timeout, this,
             [this] { fail(CatalogError::invalidDownload, QStringLiteral("download took too long")); });
-    if (const auto trusted = withEnvironmentCertificates(m_ssl))
-        m_ssl = *trusted;
+}
+
+QNetworkAccessManager *SpacesThemeCatalogService::network()
+{
+    // Made at the first request: loading TLS takes a third of a second, which
+    // the launcher's start should not pay for a catalogue nobody opened.
+    if (!m_network) {
+        // The previews the panel loads through Qt Quick get the same trust.
+        trustEnvironmentCertificates();
+        m_network = new QNetworkAccessManager(this);
+        m_ssl = withEnvironmentCertificates(QSslConfiguration::defaultConfiguration())
+                    .value_or(QSslConfiguration::defaultConfiguration());
+    }
+    return m_network;
 }
 
 std::optional<QSslConfiguration> SpacesThemeCatalogService::withEnvironmentCertificates(QSslConfiguration configuration)
@@ -125,6 +135,8 @@ std::optional<QSslConfiguration> SpacesThemeCatalogService::withEnvironmentCerti
 
 void SpacesThemeCatalogService::trustEnvironmentCertificates()
 {
+    if (qEnvironmentVariableIsEmpty("SSL_CERT_FILE"))
+        return; // nothing to add, and TLS is not loaded for nothing
     if (const auto trusted = withEnvironmentCertificates(QSslConfiguration::defaultConfiguration()))
         QSslConfiguration::setDefaultConfiguration(*trusted);
 }
@@ -174,7 +186,8 @@ QNetworkRequest SpacesThemeCatalogService::request(const QUrl &url, std::chrono:
     // Every hop is checked here before it is followed.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setTransferTimeout(int(transferTimeout.count()));
-    request.setSslConfiguration(m_ssl);
+    if (m_ssl)
+        request.setSslConfiguration(*m_ssl);
     request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Tillmora/" TILLMORA_VERSION));
     return request;
 }
@@ -197,7 +210,8 @@ void SpacesThemeCatalogService::load(LoadDone done)
             Qt::QueuedConnection);
         return;
     }
-    QNetworkReply *reply = m_network->get(request(url, m_timeouts.catalogTransfer));
+    QNetworkAccessManager *manager = network(); // before request(): it sets up TLS
+    QNetworkReply *reply = manager->get(request(url, m_timeouts.catalogTransfer));
     m_catalogReply = reply;
     connect(reply, &QNetworkReply::redirected, this, [this, reply](const QUrl &target) {
         const QUrl next = reply->url().resolved(target);
@@ -279,7 +293,8 @@ void SpacesThemeCatalogService::install(const SpacesCatalogTheme &theme, Importe
         return refuseLater(CatalogError::invalidDownload,
                            QStringLiteral("no temporary file: ") + run.file->errorString());
 
-    QNetworkReply *reply = m_network->get(request(url, m_timeouts.packageTransfer));
+    QNetworkAccessManager *manager = network(); // before request(): it sets up TLS
+    QNetworkReply *reply = manager->get(request(url, m_timeouts.packageTransfer));
     run.reply = reply;
     connect(reply, &QNetworkReply::redirected, this, [this, reply](const QUrl &target) {
         const QUrl next = reply->url().resolved(target);

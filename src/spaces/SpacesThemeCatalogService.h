@@ -96,6 +96,7 @@ Q_SIGNALS:
     void downloadProgress(double fraction);
 
 private:
+    QNetworkAccessManager *network();
     struct Install;
     // The configuration with SSL_CERT_FILE's certificates trusted too; none
     // when the variable names no certificates.
@@ -115,7 +116,7 @@ private:
     QUrl m_explicitURL;
     Timeouts m_timeouts;
     QNetworkAccessManager *m_network = nullptr;
-    QSslConfiguration m_ssl;
+    std::optional<QSslConfiguration> m_ssl; // with the network, at the first request
     QPointer<QNetworkReply> m_catalogReply;
     LoadDone m_loadDone;
     QUrl m_documentURL;

@@ -23,7 +23,6 @@ void ThemesPresenter::attach(SpacesViewModel *spaces, LaunchpadViewModel *layout
     m_composition = composition;
     connect(spaces, &SpacesViewModel::spacesChanged, this, &ThemesPresenter::mySpacesChanged);
     connect(spaces, &SpacesViewModel::themeFileOpened, this, &ThemesPresenter::openPackage);
-    SpacesThemeCatalogService::trustEnvironmentCertificates();
     auto service = std::make_shared<SpacesThemeCatalogService>(composition->userDefaultsStore);
     // A theme installed from the catalogue was asked for by name: it is
     // imported with its own folders, and the user is then asked to switch.
