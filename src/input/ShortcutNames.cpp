@@ -2,7 +2,10 @@
 
 #include "input/KeyboardShortcut.h"
 
+#include <QList>
 #include <QStringList>
+#include <cstring>
+#include <iterator>
 
 namespace ShortcutNames {
 
@@ -14,19 +17,10 @@ struct Key {
     const char *aliases; // further spellings, lower case, space-separated
 };
 
-// Codes of the ANSI key table. F21 to F24 have no code there; they take the
-// first free codes above it.
-constexpr Key kKeys[] = {
-    {0, "A", ""},          {11, "B", ""},        {8, "C", ""},          {2, "D", ""},
-    {14, "E", ""},         {3, "F", ""},         {5, "G", ""},          {4, "H", ""},
-    {34, "I", ""},         {38, "J", ""},        {40, "K", ""},         {37, "L", ""},
-    {46, "M", ""},         {45, "N", ""},        {31, "O", ""},         {35, "P", ""},
-    {12, "Q", ""},         {15, "R", ""},        {1, "S", ""},          {17, "T", ""},
-    {32, "U", ""},         {9, "V", ""},         {13, "W", ""},         {7, "X", ""},
-    {16, "Y", ""},         {6, "Z", ""},
-    {29, "0", ""},         {18, "1", ""},        {19, "2", ""},         {20, "3", ""},
-    {21, "4", ""},         {23, "5", ""},        {22, "6", ""},         {26, "7", ""},
-    {28, "8", ""},         {25, "9", ""},
+// The keys whose PC name is not a letter or digit of the ANSI key table
+// (those come from it, below). Codes of that table; F21 to F24 have no code
+// there and take the first free codes above it.
+constexpr Key kOwnKeys[] = {
     {122, "F1", ""},       {120, "F2", ""},      {99, "F3", ""},        {118, "F4", ""},
     {96, "F5", ""},        {97, "F6", ""},       {98, "F7", ""},        {100, "F8", ""},
     {101, "F9", ""},       {109, "F10", ""},     {103, "F11", ""},      {111, "F12", ""},
@@ -45,6 +39,21 @@ constexpr Key kKeys[] = {
     {44, "/", "slash"},    {42, "\\", "backslash"},
     {50, "`", "grave backtick backquote"},
 };
+
+// Every key a shortcut can name: the letters and digits of the capture's
+// key table under their own names, then the keys above.
+const QList<Key> &keys()
+{
+    static const QList<Key> all = [] {
+        QList<Key> out;
+        for (const auto &key : KeyboardShortcut::namedKeys())
+            if (std::strlen(key.name) == 1 && QChar::fromLatin1(key.name[0]).isLetterOrNumber())
+                out.append({key.code, key.name, ""});
+        out.append(QList<Key>(std::begin(kOwnKeys), std::end(kOwnKeys)));
+        return out;
+    }();
+    return all;
+}
 
 struct Modifier {
     quint64 flag;
@@ -92,7 +101,7 @@ std::optional<Shortcut> parse(const QString &text)
                 flags |= modifier.flag;
                 known = true;
             }
-        for (const Key &k : kKeys)
+        for (const Key &k : keys())
             if (!known && spells(k.name, k.aliases, word)) {
                 if (key)
                     return std::nullopt; // two keys cannot be pressed as one shortcut
@@ -109,7 +118,7 @@ std::optional<Shortcut> parse(const QString &text)
 
 std::optional<QString> keyName(quint32 keyCode)
 {
-    for (const Key &k : kKeys)
+    for (const Key &k : keys())
         if (k.code == keyCode)
             return QString::fromLatin1(k.name);
     return std::nullopt;

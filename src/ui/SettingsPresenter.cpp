@@ -266,16 +266,9 @@ bool SettingsPresenter::setValue(const QString &name, const QVariant &value)
     }
     if (geometry)
         s.grid->pages()->reloadAppearance();
-    // The glass over the wallpaper follows the look settings.
-    static const QStringList kBackdropLook{QStringLiteral("glassIntensity"), QStringLiteral("theme"),
-                                           QStringLiteral("blurEnabled"), QStringLiteral("titleColorOverride"),
-                                           QStringLiteral("liquidGlassEnabled"), QStringLiteral("liquidGlassMaterialStyle"),
-                                           QStringLiteral("liquidGlassTintStandard"), QStringLiteral("liquidGlassTintHue"),
-                                           QStringLiteral("liquidGlassTintIntensity"), QStringLiteral("filledBackgroundEnabled"),
-                                           QStringLiteral("cellBackgroundEnabled"), QStringLiteral("sunBackgroundEnabled"),
-                                           QStringLiteral("sunBackgroundAutoEnabled"),
-                                           QStringLiteral("sunBackgroundManualTime")};
-    if (done && s.grid && kBackdropLook.contains(name))
+    // The glass over the wallpaper follows the look settings, which the
+    // window names by their keys.
+    if (done && s.grid && BackdropPresenter::kSettingsKeys.contains(name))
         s.grid->backdrop()->refresh();
     bump();
     return done;
